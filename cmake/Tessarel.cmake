@@ -1,0 +1,21 @@
+# One library a floor: tessarel_library(name [deps...]) takes all sources of the folder it is called in.
+function(tessarel_library name)
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp */*.cpp *.h */*.h)
+  add_library(tessarel_${name} STATIC ${sources})
+  set_target_properties(tessarel_${name} PROPERTIES LINKER_LANGUAGE CXX)
+  target_include_directories(tessarel_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(tessarel_${name} PUBLIC tessarel_flags ${ARGN})
+endfunction()
+
+# One test program a folder: tessarel_test(name [deps...]) takes all sources of the folder, and runs as one test.
+function(tessarel_test name)
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(test_${name} ${sources})
+  target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR})
+  target_compile_definitions(test_${name} PRIVATE TESSAREL_SOURCE_DIR="${PROJECT_SOURCE_DIR}" TESSAREL_BINARY_DIR="${PROJECT_BINARY_DIR}")
+  target_link_libraries(test_${name} PRIVATE ${ARGN} GTest::gmock)
+  add_test(NAME ${name} COMMAND test_${name} --gtest_output=xml:${PROJECT_BINARY_DIR}/test-results/${name}.xml --gtest_brief=1)
+endfunction()

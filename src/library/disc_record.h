@@ -12,22 +12,23 @@ struct DiscRecord {
     std::string discFileId;      ///< eight characters: its name without extension
     std::string discTitle;
     std::string discArtist;
-    std::string linerNotes;  ///< may hold line breaks
-    std::array<std::string, 101> trackTitles;   ///< 1 to 100
-    std::array<std::string, 101> trackLyrics;   ///< 1 to 100, in memory only
-    std::array<std::string, 6> discInfo;        ///< 1 time list, 2 track count, 3 composer, 4 label and number, 5 category
-    std::array<std::string, 76> discExtras;     ///< 0 cost, 1 media type, ... 13 to 62 lyrics of tracks 1 to 50, ...
-    std::array<std::string, 51> lyricsOverflow; ///< 1 to 50: lyrics of tracks 51 to 100
-    std::array<std::string, 21> imageFiles;     ///< 0 the display type as text, 1 to 20 the images
-    std::array<std::int16_t, 21> imageDelays{}; ///< 0 the interval in seconds, 1 to 20 the aspect ratio's index
-    std::int16_t timeCorrection = 0;            ///< seconds, -3 to 5
+    std::string linerNotes;                      ///< may hold line breaks
+    std::array<std::string, 101> trackTitles;    ///< 1 to 100
+    std::array<std::string, 101> trackLyrics;    ///< 1 to 100, in memory only
+    std::array<std::string, 6> discInfo;         ///< 1 time list, 2 track count, 3 composer, 4 label and number, 5 category
+    std::array<std::string, 76> discExtras;      ///< 0 cost, 1 media type, ... 13 to 62 lyrics of tracks 1 to 50, ...
+    std::array<std::string, 51> lyricsOverflow;  ///< 1 to 50: lyrics of tracks 51 to 100
+    std::array<std::string, 21> imageFiles;      ///< 0 the display type as text, 1 to 20 the images
+    std::array<std::int16_t, 21> imageDelays{};  ///< 0 the interval in seconds, 1 to 20 the aspect ratio's index
+    std::int16_t timeCorrection = 0;             ///< seconds, -3 to 5
 
-    // The non-blank images packed at the front, with their count, for the art displays.
-    std::array<std::string, 22> packedImages;      ///< 1 to `packedCount`
-    std::array<std::int16_t, 22> packedDelays{};
+    // The entries of `imageFiles` that are not blank, closed up, with theirs of `imageDelays`, for the art displays. The
+    // display type is one of them and comes first.
+    std::array<std::string, 21> packedImages;  ///< 0 to `packedCount` - 1
+    std::array<std::int16_t, 21> packedDelays{};
     std::int16_t packedCount = 0;
-    std::int16_t defaultImageSet = 0;   ///< 1: images are read from and written to default.cd1
-    std::int16_t noStoredImages = 0;    ///< 1: no file held an image
+    std::int16_t defaultImageSet = 0;  ///< 1: the next read or write of the images, and only that, uses default.cd1
+    std::int16_t noStoredImages = 0;   ///< 1: the disc has no images of its own, and none are written
 };
 
 }  // namespace tessarel::library

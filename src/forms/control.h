@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,9 @@ public:
     const std::string& name() const { return name_; }
     const std::string& spokenName() const { return spokenName_; }
 
+    /// Expires with the control, for views that may outlive it.
+    std::weak_ptr<const void> life() const { return life_; }
+
     void SetFocus() { focusRequests = focusRequests + 1; }
 
     /// A person's gestures; they do nothing while the control is disabled or hidden, or its form is unloaded.
@@ -55,6 +59,7 @@ private:
     Form& form_;
     std::string name_;
     std::string spokenName_;
+    std::shared_ptr<const void> life_ = std::make_shared<char>();
 };
 
 struct Label : Control {

@@ -1,5 +1,6 @@
 #pragma once
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -54,6 +55,8 @@ public:
 
     const std::string& name() const { return name_; }
     bool loaded() const { return loaded_; }
+    /// Expires with the form, for views that may outlive it.
+    std::weak_ptr<const void> life() const { return life_; }
     Windows& windows() const { return windows_; }
     platform::Scheduler& scheduler() const;
 
@@ -79,6 +82,7 @@ private:
     Windows& windows_;
     std::string name_;
     bool loaded_ = false;
+    std::shared_ptr<const void> life_ = std::make_shared<char>();
     std::vector<Control*> controls_;
     std::vector<Timer*> timers_;
 };

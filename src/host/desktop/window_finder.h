@@ -1,0 +1,13 @@
+#pragma once
+#include <string_view>
+
+namespace tessarel::host {
+
+/// Whether the X server of the session answers. A Qt program that starts without one does not come back.
+bool displayAnswers();
+
+/// Whether a window of the X session has this class (either part of its class property) or, when the class is empty, exactly
+/// this caption. False for two empty texts, without an X server, and when it does not answer within half a second.
+bool findWindow(std::string_view windowClass, std::string_view caption);
+
+}  // namespace tessarel::host

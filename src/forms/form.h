@@ -57,6 +57,8 @@ public:
     bool loaded() const { return loaded_; }
     /// Expires with the form, for views that may outlive it.
     std::weak_ptr<const void> life() const { return life_; }
+    /// Held as long as the form lives, which outlasts its unloading while code of it still runs.
+    void hold(std::shared_ptr<void> companion) { companions_.push_back(std::move(companion)); }
     Windows& windows() const { return windows_; }
     platform::Scheduler& scheduler() const;
 
@@ -83,6 +85,7 @@ private:
     std::string name_;
     bool loaded_ = false;
     std::shared_ptr<const void> life_ = std::make_shared<char>();
+    std::vector<std::shared_ptr<void>> companions_;
     std::vector<Control*> controls_;
     std::vector<Timer*> timers_;
 };

@@ -28,7 +28,8 @@ public:
     const T& get() const { return value_; }
     operator const T&() const { return value_; }
 
-    void set(T value) {
+    // Kept out of line: g++ 12 takes an inlined comparison of a short text for one of uninitialised bytes.
+    [[gnu::noinline]] void set(T value) {
         if (value == value_) {
             return;
         }

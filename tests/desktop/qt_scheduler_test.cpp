@@ -6,7 +6,6 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QMouseEvent>
-#include <QVariant>
 #include <QWindow>
 #include <stdexcept>
 #include <string>
@@ -15,6 +14,7 @@
 
 #include "host/desktop/dispatch.h"
 #include "platform/process_end.h"
+#include "tests/desktop/fresh_application.h"
 
 // The window system's road for a gesture, which Qt exports without a public header: the event lies in Qt's queue.
 class Q_GUI_EXPORT QWindowSystemInterface {
@@ -35,8 +35,6 @@ using ::testing::IsEmpty;
 
 class QtSchedulerTest : public ::testing::Test {
 protected:
-    ~QtSchedulerTest() override { QCoreApplication::instance()->setProperty("tessarel.exitStatus", QVariant()); }
-
     void log(const std::string& line) { lines_.push_back(line); }
     /// Runs the application's loop, with everything in it, for a span.
     void run(std::chrono::milliseconds span) {
@@ -44,6 +42,7 @@ protected:
         QCoreApplication::exec();
     }
 
+    FreshApplication fresh_;
     QtScheduler scheduler_;
     QObject context_;
     std::vector<std::string> lines_;

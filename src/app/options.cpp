@@ -1,0 +1,166 @@
+#include "app/options.h"
+
+#include <array>
+#include <filesystem>
+#include <string_view>
+#include <utility>
+
+namespace tessarel::app {
+namespace {
+
+constexpr std::string_view tryHelp = " Try --help.";
+
+tl::unexpected<Error> refusal(std::string message) {
+    return failure(Fault::invalid, std::move(message) + std::string(tryHelp));
+}
+
+std::string absolute(const std::string& path, const std::string& workingDirectory) {
+    return (std::filesystem::path(workingDirectory) / path).lexically_normal().string();
+}
+
+std::string defaultHome(const Surroundings& surroundings) {
+    // A relative data home is not valid, and passed over.
+    if (surroundings.dataHome.starts_with('/')) {
+        return surroundings.dataHome + "/tessarel";
+    }
+    return surroundings.home + "/.local/share/tessarel";
+}
+
+Result<Insertion> insertion(const std::string& value, const std::string& workingDirectory) {
+    const bool lettered = value.size() > 2 && value[1] == '=';
+    const char letter = lettered ? static_cast<char>(value[0] & ~0x20) : '\0';
+    if (letter < 'A' || letter > 'Z') {
+        return refusal("--insert wants a drive letter and a disc image, as in --insert E=disc.cue, not \"" + value + "\".");
+    }
+    return Insertion{letter, absolute(value.substr(2), workingDirectory)};
+}
+
+// Walks over the arguments and fills in the options.
+class Reader {
+public:
+    Reader(const std::vector<std::string>& arguments, const Surroundings& surroundings)
+        : arguments_(arguments), surroundings_(surroundings) {}
+
+    Result<Options> read() {
+        options_.home = defaultHome(surroundings_);
+        for (; next_ < arguments_.size(); ++next_) {
+            const auto& argument = arguments_[next_];
+            if (argument == "--") {
+                options_.words.insert(options_.words.end(), arguments_.begin() + static_cast<long>(next_) + 1,
+                                      arguments_.end());
+                break;
+            }
+            if (!argument.starts_with("--")) {
+                options_.words.push_back(argument);
+            } else if (auto taken = option(argument); !taken) {
+                return tl::unexpected(taken.error());
+            }
+        }
+        return std::move(options_);
+    }
+
+private:
+    Result<void> option(const std::string& argument) {
+        const auto equals = argument.find('=');
+        const auto name = argument.substr(0, equals);
+        if (name == "--home" || name == "--insert") {
+            auto value = valueOf(argument, equals);
+            return value ? setValue(name, *value) : tl::unexpected(value.error());
+        }
+        const std::array<std::pair<std::string_view, bool*>, 3> switches{
+            {{"--help", &options_.help}, {"--version", &options_.version}, {"--list-drives", &options_.listDrives}}};
+        for (const auto& [known, on] : switches) {
+            if (name == known && equals == std::string::npos) {
+                *on = true;
+                return {};
+            }
+            if (name == known) {
+                return refusal(name + " takes no value.");
+            }
+        }
+        return refusal("There is no option " + name + ".");
+    }
+
+    Result<std::string> valueOf(const std::string& argument, std::size_t equals) {
+        if (equals == std::string::npos && next_ + 1 < arguments_.size()) {
+            return arguments_[++next_];
+        }
+        auto value = equals == std::string::npos ? std::string() : argument.substr(equals + 1);
+        if (value.empty()) {
+            return refusal(argument.substr(0, equals) + " wants a value.");
+        }
+        return value;
+    }
+
+    Result<void> setValue(const std::string& name, const std::string& value) {
+        if (name == "--home") {
+            if (value.empty()) {
+                return refusal("--home wants a value.");
+            }
+            options_.home = absolute(value, surroundings_.workingDirectory);
+            return {};
+        }
+        auto inserted = insertion(value, surroundings_.workingDirectory);
+        if (!inserted) {
+            return tl::unexpected(inserted.error());
+        }
+        options_.insertions.push_back(*std::move(inserted));
+        return {};
+    }
+
+    const std::vector<std::string>& arguments_;
+    const Surroundings& surroundings_;
+    Options options_;
+    std::size_t next_ = 0;
+};
+
+}  // namespace
+
+Result<Options> parseOptions(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
+    return Reader(arguments, surroundings).read();
+}
+
+CommandLine commandLine(const std::vector<std::string>& words, const std::string& workingDirectory,
+                        const FileKnowledge& files) {
+    CommandLine line;
+    for (const auto& word : words) {
+        const auto real = absolute(word, workingDirectory);
+        const bool file = !word.empty() && files.isFile(real);
+        if (file && !line.image && files.isImage(real)) {
+            line.image = real;
+            continue;
+        }
+        line.text += line.text.empty() ? "" : " ";
+        line.text += file ? files.programPath(real) : word;
+    }
+    return line;
+}
+
+std::string helpText() {
+    return R"(Usage: tessarel [OPTION...] [FILE | WORD]
+
+Plays audio CDs and disc images, and starts the programs of CD-ROMs.
+
+FILE is a disc image (.cue .toc .nrg .iso .bin .img), which is put into the
+first CD-ROM drive, a program, or the track file of an audio CD. WORD names
+the first window: AUDIOCD, CDROMLIB, RDLIB, MEDIA, or CDLITE for none until
+there is a disc. Without either, the settings choose it.
+
+Options:
+  --home DIR             keep drive C: and all settings in DIR
+                         (default: $XDG_DATA_HOME/tessarel, or else
+                         ~/.local/share/tessarel)
+  --insert LETTER=IMAGE  put a disc image into the CD-ROM drive of a letter;
+                         may be given several times
+  --list-drives          print the drives and what is in them, and exit
+  --help                 print this text, and exit
+  --version              print the version, and exit
+  --                     what follows is no option
+
+A value may also follow an equals sign, as in --home=DIR.
+
+Exit status: 0 at a normal end, 1 after a failure, 2 for a wrong option.
+)";
+}
+
+}  // namespace tessarel::app

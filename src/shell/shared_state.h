@@ -2,6 +2,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "base/color.h"
 #include "base/sequential_file.h"
@@ -49,8 +50,8 @@ struct Settings {
     std::array<std::string, 22> rdDriveList;  ///< 0 to 8 from here, 9 to 21 from TSLWIN5.INI
 
     // TSLWIN3.INI
-    std::array<FontRecord, 4> fonts;              ///< 0 title, 1 description, 3; 2 is never loaded
-    std::array<std::int16_t, 6> audioOptions{};   ///< 1 to 5: eject at end, eject with drawer, mixer, intro seconds, play on
+    std::array<FontRecord, 4> fonts;             ///< 0 title, 1 description, 3; 2 is never loaded
+    std::array<std::int16_t, 6> audioOptions{};  ///< 1 to 5: eject at end, eject with drawer, mixer, intro seconds, play on
     std::string searchEngine;
     std::array<Variant, 13> displayColors13;
 
@@ -126,7 +127,7 @@ struct SharedState : Settings, LibraryEntry {
     std::int16_t openedDirectly = 0;
     std::int16_t cursorHidden = 0;
     Tessarel activeTessarel = Tessarel::none;
-    std::int16_t activeDiscKind = 0;  ///< 0 none, 1 audio, 2 CD-ROM or RD, 4 Main Menu
+    std::int16_t activeDiscKind = 0;               ///< 0 none, 1 audio, 2 CD-ROM or RD, 4 Main Menu
     std::array<std::int16_t, 9> menuWindowOpen{};  ///< elements 1 to 8
     std::int16_t wallpaperShowing = 0;
     std::int16_t returnedToMenu = 0;
@@ -149,5 +150,12 @@ struct SharedState : Settings, LibraryEntry {
     std::int16_t appAlreadyRunning = 0;
     std::int16_t helpTopic = 0;
 };
+
+/// Forgets the disc and the library entry of the moment, and puts the waiting window in charge (`discSearchDormant` 1).
+/// `discDrawerOpen` stays as it is: an opened drawer stays open until a disc is taken.
+void resetDiscState(SharedState& state);
+
+/// The capital first letter of a drive's root path; a blank for an empty one.
+char driveLetter(std::string_view drive);
 
 }  // namespace tessarel::shell

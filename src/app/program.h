@@ -1,1 +1,47 @@
 #pragma once
+#include <string>
+
+#include "audio/player_state.h"
+#include "forms/windows.h"
+#include "library/disc_record.h"
+#include "shell/context.h"
+#include "shell/shared_state.h"
+#include "volume/volume_engine.h"
+
+namespace tessarel::app {
+
+/// The world that a program runs in; it outlives the program.
+struct Platform {
+    platform::Scheduler& scheduler;
+    platform::FileSystem& files;
+    platform::Drives& drives;
+    platform::Processes& processes;
+    platform::Dialogs& dialogs;
+    platform::System& system;
+    platform::SoundFiles& sounds;
+    platform::CdPlayers& cdPlayers;
+    platform::AudioLevels& levels;
+};
+
+/// The whole program without its views: all shared state, and the windows by name. Views attach to `windows` before `start`.
+class Program {
+public:
+    explicit Program(const Platform& platform);
+
+    shell::SharedState state;
+    audio::PlayerState player;
+    library::DiscRecord record;
+    volume::VolumeState volume;
+    forms::Windows windows;
+
+    /// Runs the start-up form, which opens the first window. May end the process by platform::endProcess.
+    void start(const std::string& commandLine);
+
+private:
+    void declareWindows();
+
+    shell::Context context_;
+    std::string commandLine_;
+};
+
+}  // namespace tessarel::app

@@ -2,7 +2,9 @@
 #include <string>
 #include <vector>
 
+#include "apps/disc_decision.h"
 #include "audio/device/mm_control.h"
+#include "audio/player_state.h"
 #include "forms/control.h"
 #include "forms/form.h"
 #include "shell/context.h"
@@ -12,12 +14,14 @@ namespace tessarel::apps {
 /// The waiting room of the disc windows: asks for a disc, polls the drive, and opens the window that the disc is for.
 class CD1st : public forms::Form {
 public:
-    CD1st(forms::Windows& windows, shell::Context context);
+    CD1st(forms::Windows& windows, shell::Context context, audio::PlayerState& player);
 
     forms::Label firstLine{*this, "Label1", "What to do"};
     forms::Label secondLine{*this, "Label2", "Where to put it"};
     /// Opens a file dialog for an image of a disc and puts the image into the drive.
     forms::Button insertImageKey{*this, "Command1", "Insert disc image..."};
+    /// The window's face; it turns red as the program ends.
+    forms::Label panel{*this, "Panel3D1", "Waiting for a disc"};
     forms::Timer Timer2;
 
     void Form_Load() override;
@@ -34,11 +38,14 @@ public:
     void cd1label();
 
 private:
+    void prepareDevice();
+    DiscSigns lookIntoDrive(const DiscFeatures& features);
     void showNoDisc();
     void takeAudioDisc();
     void insertImage(const std::string& path);
 
     shell::Context context_;
+    audio::PlayerState& player_;
     audio::MMControl MMControl1;
 };
 

@@ -133,7 +133,7 @@ struct CDFormFace {
     forms::Picture expandKey{form, "Image20", "Expanded display"};
     forms::Picture exitKey{form, "Image5", "Exit"};
     forms::Label exitLabel{form, "Label28", "Exit label"};
-    forms::Picture exitPanel{form, "SSPanel3", "Exit panel"};
+    forms::Label exitPanel{form, "SSPanel3", "Exit panel"};
     forms::Picture drawerPanel{form, "Panel3D7", "Drawer"};
     forms::Button minimiseKey{form, "Command3D14", "Minimise"};
     forms::Button webKey{form, "SSCommand2", "Web desktop"};

@@ -1,0 +1,41 @@
+#pragma once
+#include <string>
+
+namespace tessarel::apps {
+
+/// Which kinds of disc the settings let in.
+struct DiscFeatures {
+    bool cdRom = false;
+    bool audioCd = false;
+    bool cdRomOnly() const { return cdRom && !audioCd; }
+    bool audioOnly() const { return audioCd && !cdRom; }
+};
+
+/// What a look at the drive has shown.
+struct DiscSigns {
+    bool deviceLoads = false;  ///< the audio device could be loaded
+    int tracks = 0;            ///< as the audio device counts them; 0 for no disc
+    std::string firstEntry;    ///< first entry of the root, trimmed, in capitals
+};
+
+enum class DiscDecision {
+    noDisc,
+    audio,
+    wrongKind,  ///< a disc that the settings keep out: the lines say what to insert
+    data,       ///< a data disc, to be told by its contents
+};
+
+/// A disc is audio if its first entry is a track or the audio device counts more than one track, and data otherwise. When the
+/// audio device can't be loaded no disc is taken, unless only CD-ROMs are let in: then it is not asked at all.
+DiscDecision decideDisc(const DiscFeatures& features, const DiscSigns& signs);
+
+struct WaitingLines {
+    std::string first;
+    std::string second;
+    bool operator==(const WaitingLines&) const = default;
+};
+
+/// What the waiting window asks for.
+WaitingLines waitingLines(const DiscFeatures& features);
+
+}  // namespace tessarel::apps

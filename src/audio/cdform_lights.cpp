@@ -1,0 +1,82 @@
+#include <algorithm>
+
+#include "audio/cdform.h"
+#include "audio/track_rules.h"
+#include "base/text.h"
+#include "forms/windows.h"
+#include "shell/shared_state.h"
+
+namespace tessarel::audio {
+
+void CDForm::setTransport(Transport state) {
+    const bool running = state == Transport::playing || state == Transport::paused;
+    for (int i = 0; i < transport::count; ++i) {
+        const bool always = i == transport::eject || (i == transport::play && state != Transport::noDisc);
+        face.icntlc[i].Visible = (i == transport::play && state == Transport::playing) ||
+                                 (i == transport::pause && state == Transport::paused);
+        face.icntlb[i].Visible = !running && !always;
+    }
+    for (int i = 0; i < seekKeys::count; ++i) {
+        face.scntlb[i].Visible = !running;
+    }
+}
+
+bool CDForm::isLit(int transportIndex) const { return face.icntlc[transportIndex].Visible; }
+
+void CDForm::setModeLights(int index) {
+    for (int i = 0; i < modeKeys::count; ++i) {
+        face.Image3[i].Visible = i == index;
+    }
+    const Color label = index == modeKeys::program ? colors::grey : colors::black;
+    face.clearCover.ForeColor = label;
+    face.saveCover.ForeColor = label;
+    face.recallCover.ForeColor = label;
+}
+
+void CDForm::setCells(int from, int to, Color color) {
+    for (int track = std::max(from, 1); track <= std::min(to, gridCells); ++track) {
+        face.cellNumbers[track - 1].ForeColor = color;
+    }
+}
+
+void CDForm::paintCells() {
+    const int shown = digits();
+    for (int track = 1; track <= gridCells; ++track) {
+        forms::Label& cell = face.cellNumbers[track - 1];
+        const bool dead = track > player_.gridTrackCount;
+        switch (dead ? CellColor::dim : cellColor(player_, track, shown, cell.ForeColor == color(6))) {
+            case CellColor::dim:
+                cell.ForeColor = color(6);
+                break;
+            case CellColor::lit:
+                cell.ForeColor = color(0);
+                break;
+            case CellColor::shown:
+                cell.ForeColor = color(4);
+                break;
+            case CellColor::keep:
+                break;
+        }
+    }
+}
+
+void CDForm::colourRepeat() { face.repeatLamp.ForeColor = color(player_.repeatOn == 1 ? 8 : 9); }
+
+void CDForm::endPauseText() {
+    colourRepeat();
+    face.repeatLamp.Caption = std::string("Repeat");
+}
+
+int CDForm::digits() const { return static_cast<int>(text::val(face.trackDigits.Caption.get())); }
+
+Color CDForm::color(int index) const { return context_.state.panelColors.at(static_cast<std::size_t>(index)); }
+
+Remote* CDForm::remote() const { return windows().find<Remote>(Remote::windowName); }
+
+bool CDForm::remoteOpen() const { return remote() != nullptr; }
+
+float CDForm::barPoint() const {
+    return static_cast<float>(face.statusBar.Width) * static_cast<float>(face.statusBar.FloodPercent.get()) / 100.0F;
+}
+
+}  // namespace tessarel::audio

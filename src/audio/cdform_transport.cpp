@@ -1,0 +1,318 @@
+#include <algorithm>
+#include <chrono>
+
+#include "audio/cdform.h"
+#include "audio/track_rules.h"
+#include "forms/windows.h"
+#include "shell/cues.h"
+#include "shell/shared_state.h"
+
+namespace tessarel::audio {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto keyDelay = 300ms;
+constexpr auto programEndDelay = 500ms;
+constexpr int statusIntervalMs = 1000;
+constexpr int pulseMs = 100;
+
+}  // namespace
+
+void CDForm::icntla_Click(int index) {
+    const bool covered = face.icntlc[index].Visible || face.icntlb[index].Visible;
+    if (covered || (context_.state.discDrawerOpen == 1 && index != transport::eject)) {
+        return;
+    }
+    switch (index) {
+        case transport::prev:
+            MMControl1_PrevClick();
+            context_.scheduler.wait(keyDelay);
+            break;
+        case transport::next:
+            pressNext();
+            break;
+        case transport::play:
+            setTransport(Transport::playing);
+            MMControl1_PlayClick();
+            MMControl1.Command("Play");
+            break;
+        case transport::pause:
+            setTransport(Transport::paused);
+            MMControl1_PauseClick();
+            MMControl1.Command("Pause");
+            break;
+        case transport::stop:
+            setTransport(Transport::stopped);
+            MMControl1_StopClick();
+            MMControl1.Command("Stop");
+            context_.scheduler.wait(keyDelay);
+            break;
+        default:
+            pressEject();
+    }
+    if (player_.playingFlag == 1 && context_.state.discDrawerOpen != 1) {
+        setTransport(Transport::playing);
+    }
+}
+
+void CDForm::pressNext() {
+    MMControl1.Command("Stop");
+    face.statusBar.FloodPercent = 0;
+    face.timeText.Caption = std::string();
+    MMControl1_NextClick(98);
+    MMControl1.Command("Play");
+    context_.scheduler.wait(keyDelay);
+}
+
+void CDForm::pressEject() {
+    if (context_.state.discDrawerOpen == 1) {
+        Panel3D7_Click();
+        return;
+    }
+    MMControl1_EjectClick();
+    MMControl1.Command("Eject");
+}
+
+void CDForm::MMControl1_PlayClick() {
+    player_.pausedFlag = 0;
+    player_.playingFlag = 1;
+    ranOut_ = false;
+    if (player_.pausedPosition > 0) {
+        colourRepeat();
+        MMControl1.Command("Resume");
+        player_.pausedPosition = 0;
+        face.repeatLamp.Caption = std::string("Repeat");
+        return;
+    }
+    if (player_.currentTrack < 1 || player_.currentTrack > player_.discTrackCount) {
+        player_.currentTrack = 1;
+    }
+    face.trackDigits.Caption = std::to_string(player_.currentTrack);
+    Timer2.Interval = pulseMs;
+    player_.discFinished = 0;
+    refreshTimeCaption();
+    if (player_.playMode > programmed) {
+        MMControl1.setFrom(player_.currentTrack);
+        if (remoteOpen()) {
+            MMControl1.Command("Play");
+        } else {
+            MMControl1.setUpdateInterval(statusIntervalMs);
+            player_.playLaunched = 1;
+        }
+        return;
+    }
+    playProgrammed();
+}
+
+void CDForm::playProgrammed() {
+    if (player_.repeatOn != 1 && !consumeProgramEntry()) {
+        endProgram();
+        return;
+    }
+    ++player_.programIndex;
+    if (programEntry(player_, player_.programIndex) == 0) {
+        player_.programIndex = 1;
+    }
+    if (auto* list = windows().find<ProgramList>(ProgramList::windowName)) {
+        list->selectRow(player_.programIndex - 1);
+    }
+    launchProgramEntry();
+}
+
+// False when the program is over.
+bool CDForm::consumeProgramEntry() {
+    if (player_.programIndex < 1) {
+        return true;
+    }
+    if (auto* list = windows().find<ProgramList>(ProgramList::windowName)) {
+        list->selectRow(player_.programIndex - 1);
+    }
+    const int finished = programEntry(player_, player_.programIndex);
+    setCells(finished, std::max(finished, 0), color(6));
+    player_.programList.at(static_cast<std::size_t>(std::min<int>(player_.programIndex, 101))) = 0;
+    return programEntry(player_, player_.programIndex + 1) != 0;
+}
+
+void CDForm::launchProgramEntry() {
+    const int entry = programEntry(player_, player_.programIndex);
+    if (entry == 1 && player_.skipStep == 1) {
+        player_.currentTrack = 0;
+        player_.skipStep = 0;
+        face.trackDigits.Caption = std::string("1");
+        --player_.programIndex;
+        MMControl1.Command("Stop");
+        MMControl1.Command("Play");
+        player_.playLaunched = 1;
+        return;
+    }
+    if (entry == 0 && player_.programIndex == 1) {
+        player_.playMode = wholeDisc;
+        setModeLights(modeKeys::disc);
+        MMControl1_PlayClick();
+        return;
+    }
+    const int track = entry - player_.skipStep;
+    if (track < 1) {
+        endProgram();
+        return;
+    }
+    player_.currentTrack = static_cast<std::int16_t>(track);
+    face.trackDigits.Caption = std::to_string(std::max(track + player_.skipStep, 1));
+    player_.playLaunched = 1;
+    MMControl1.setUpdateInterval(statusIntervalMs);
+    MMControl1.Command("Stop");
+    MMControl1.setFrom(player_.currentTrack);
+    MMControl1.Command("Play");
+}
+
+void CDForm::endProgram() {
+    if (player_.repeatOn != 1) {
+        clearList();
+    }
+    windows().unload(ProgramList::windowName);
+    MMControl1.Command("Stop");
+    context_.scheduler.wait(programEndDelay);
+    face.statusBar.FloodPercent = 0;
+    setTransport(Transport::stopped);
+    player_.playMode = wholeDisc;
+    setModeLights(modeKeys::disc);
+    player_.playLaunched = 1;
+    player_.currentTrack = 0;
+    face.lowerLine.Caption = std::string();
+    MMControl1.setUpdateInterval(statusIntervalMs);
+    MMControl1.Command("Stop");
+    MMControl1.setFrom(0);
+    face.trackDigits.Caption = std::string("0");
+    if (player_.skipStep != 0) {
+        player_.skipStep = 0;
+        return;
+    }
+    player_.discFinished = 1;
+    setAllCells(color(6));
+    Timer2.Interval = 0;
+    MMControl1.Command("Stop");
+    player_.playingFlag = 0;
+    player_.pausedFlag = 0;
+}
+
+void CDForm::MMControl1_PauseClick() {
+    player_.pausedFlag = 1;
+    player_.playingFlag = 0;
+    player_.pausedPosition = MMControl1.Position();
+    face.repeatLamp.ForeColor = color(3);
+    face.repeatLamp.Caption = std::string("PAUSE");
+}
+
+void CDForm::MMControl1_StopClick() {
+    player_.pausedFlag = 0;
+    player_.playingFlag = 0;
+    player_.lastShownSeconds = 0;
+    face.timeText.Caption = std::string("00:00");
+    face.statusBar.FloodPercent = 0;
+}
+
+void CDForm::MMControl1_NextClick(int code) {
+    clrab();
+    context_.scheduler.wait(keyDelay);
+    player_.pausedFlag = 0;
+    endPauseText();
+    if (player_.playMode == programmed) {
+        nextInProgram(code);
+    } else {
+        nextOnDisc();
+    }
+}
+
+void CDForm::nextInProgram(int code) {
+    player_.pausedPosition = 0;
+    player_.playingFlag = 1;
+    if (player_.discFinished == 1) {
+        return;
+    }
+    const bool atOnce = code == 98 || (code == 99 && remoteOpen());
+    player_.skipStep = atOnce ? 0 : 1;
+    MMControl1_PlayClick();
+    if (auto* list = windows().find<ProgramList>(ProgramList::windowName)) {
+        list->selectRow(player_.programIndex - 1);
+    }
+}
+
+// While nothing plays, play starts one track below the digits.
+void CDForm::nextOnDisc() {
+    if (player_.currentTrack + 1 > player_.discTrackCount || player_.playStarted == 0) {
+        return;
+    }
+    const auto show = [this](int track) {
+        player_.currentTrack = static_cast<std::int16_t>(track);
+        face.trackDigits.Caption = std::to_string(track);
+    };
+    show(std::max(player_.currentTrack + 1, 2));
+    face.timeText.Caption = std::string();
+    player_.pausedPosition = 0;
+    if (player_.playingFlag == 1) {
+        MMControl1_PlayClick();
+        return;
+    }
+    player_.currentTrack = static_cast<std::int16_t>(std::max(player_.currentTrack - 1, 2));
+    MMControl1_PlayClick();
+    MMControl1.Command("Play");
+    show(player_.currentTrack + 1);
+}
+
+void CDForm::MMControl1_PrevClick() {
+    clrab();
+    if (player_.playMode == programmed && player_.repeatOn != 1) {
+        return;
+    }
+    player_.pausedPosition = 0;
+    context_.scheduler.wait(keyDelay);
+    player_.pausedFlag = 0;
+    endPauseText();
+    if (player_.playMode == programmed) {
+        player_.playingFlag = 1;
+        player_.programIndex = static_cast<std::int16_t>(player_.programIndex - 2);
+        MMControl1_PlayClick();
+        MMControl1.Command("Play");
+        if (auto* list = windows().find<ProgramList>(ProgramList::windowName)) {
+            list->selectRow(player_.programIndex - 1);
+        }
+        return;
+    }
+    if (player_.currentTrack - 1 < 1 || player_.playStarted == 0) {
+        return;
+    }
+    player_.playingFlag = 1;
+    player_.currentTrack = static_cast<std::int16_t>(std::max(player_.currentTrack - 1, 1));
+    face.trackDigits.Caption = std::to_string(player_.currentTrack);
+    face.timeText.Caption = std::string();
+    MMControl1.Command("Pause");
+    MMControl1.setTo(player_.currentTrack);
+    MMControl1.Command("Seek");
+    MMControl1.setTrack(player_.currentTrack);
+    MMControl1.Command("Play");
+}
+
+// Play from the head of a track, as every pick of one ends.
+void CDForm::startSequence(int track) {
+    MMControl1.Command("Pause");
+    MMControl1.setTo(track);
+    MMControl1.Command("Seek");
+    MMControl1.setTrack(track);
+    face.trackDigits.Caption = std::to_string(MMControl1.Track());
+    launch(track);
+}
+
+void CDForm::launch(int track) {
+    MMControl1.setUpdateInterval(statusIntervalMs);
+    MMControl1.setFrom(track);
+    MMControl1.Command("Play");
+}
+
+void CDForm::MMControl1_PlayCompleted(int code) {
+    if (code == deviceError::hardware) {
+        MMControl1.Command("Close");
+    }
+}
+
+}  // namespace tessarel::audio

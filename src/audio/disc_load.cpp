@@ -15,6 +15,13 @@ Msf lengthOfTrack(MMControl& device, int n) {
     return unpackMsf(device.TrackLength());
 }
 
+// Such a drive gives the whole disc's length for its first track. The minutes alone don't tell: the first track of a sound
+// disc may fill all but its last seconds.
+bool reportsLengthsToDiscEnd(MMControl& device, const PlayerState& player) {
+    const Msf first = lengthOfTrack(device, 1);
+    return first.minutes >= player.discLengthMinutes && toFrames(first) >= toFrames(unpackMsf(device.Length()));
+}
+
 std::string lengthText(int minutes, int seconds) { return std::to_string(minutes) + ":" + twoDigits(seconds); }
 
 std::string clockOf(int hours, int minutes, int seconds) {
@@ -41,7 +48,7 @@ std::string discLengthText(std::int32_t packedLength) {
 
 std::string trackLengthText(MMControl& device, PlayerState& player, int n) {
     const bool last = n == player.discTrackCount;
-    if (!last && lengthOfTrack(device, 1).minutes >= player.discLengthMinutes) {
+    if (!last && reportsLengthsToDiscEnd(device, player)) {
         const Msf here = lengthOfTrack(device, n);
         const Msf next = lengthOfTrack(device, n + 1);
         int minutes = here.minutes - next.minutes;

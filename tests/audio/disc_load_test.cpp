@@ -85,6 +85,13 @@ TEST_F(DiscLoad, ADriveThatReportsLengthsToTheDiscsEndIsCorrectedButForItsLastTr
     EXPECT_EQ(trackLengthText(control, player, 3), "1:40");
 }
 
+TEST_F(DiscLoad, AFirstTrackAsManyMinutesLongAsTheDiscIsTakenAsItIs) {
+    open(makeToc({75 * 190, 75 * 40}));
+    buildTrackLengths(control, player);
+    EXPECT_EQ(player.trackLengths[1], "3:10");
+    EXPECT_EQ(player.trackLengths[2], "0:40");
+}
+
 TEST_F(DiscLoad, TheLeadInIsMeasuredInFrames) {
     open(makeToc({1000}, 33));
     EXPECT_EQ(measureLeadIn(control), 183);

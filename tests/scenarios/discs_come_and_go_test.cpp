@@ -1,0 +1,510 @@
+// The way of a disc: waiting, taken, loaded, played, pulled out, ejected, replaced.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "apps/cd1st.h"
+#include "library/record_files.h"
+#include "tests/scenarios/machine.h"
+
+namespace tessarel::scenarios {
+namespace {
+
+using testing::SizeIs;
+namespace transport = audio::transport;
+namespace modeKeys = audio::modeKeys;
+namespace functionKeys = audio::functionKeys;
+
+struct Discs : testing::Test {
+    Machine machine;
+    shell::SharedState& shared() { return machine.program.state; }
+    forms::Windows& windows() { return machine.program.windows; }
+    audio::CDFormFace& face() { return machine.player().face; }
+    apps::CD1st& waiting() { return *windows().find<apps::CD1st>("CD1st"); }
+
+    void pullOut() {
+        machine.world.files.clear('D');
+        machine.world.files.drive('D').ready = false;
+        machine.world.cd.pull();
+    }
+    /// Gives the disc in the drive a record.
+    void saveRecord(const std::string& artist, const std::string& title, int trackCount) {
+        library::DiscRecord record;
+        record.discRecordPath = machine.program.record.discRecordPath;
+        record.discArtist = artist;
+        record.discTitle = title;
+        for (int n = 1; n <= trackCount; ++n) {
+            record.trackTitles[static_cast<std::size_t>(n)] = "Title " + std::to_string(n);
+        }
+        record.discInfo[2] = std::to_string(trackCount);
+        machine.world.files.putFolder("C:\\Tessarel\\datacd");
+        ASSERT_TRUE(library::writeDiscRecord(machine.world.files, shared().dataDir, trackCount, record));
+    }
+};
+
+// ---- Waiting ----
+
+TEST_F(Discs, TheWaitingWindowAsksForADiscAndTakesItWhenItComes) {
+    windows().show("CD1st");
+    machine.run(2s);
+    EXPECT_TRUE(windows().isVisible("CD1st"));
+    EXPECT_EQ(waiting().firstLine.Caption.get(), "Please Insert an Audio CD");
+    EXPECT_EQ(waiting().secondLine.Caption.get(), "or a CD-ROM into the Drive...");
+    machine.insert(fakes::makeDisc(5, 60));
+    machine.run(300ms);
+    EXPECT_TRUE(windows().isVisible("CDForm"));
+    EXPECT_FALSE(windows().isLoaded("CD1st"));
+    EXPECT_EQ(shared().discKey, "Audio CD");
+    EXPECT_EQ(machine.digits(), 5);
+}
+
+TEST_F(Discs, EachLookLeavesTheDeviceClosed) {
+    windows().show("CD1st");
+    machine.run(3s);
+    EXPECT_EQ(machine.world.cd.opened, 0);
+}
+
+TEST_F(Discs, ACdRomOnlySetupTouchesNoAudioDevice) {
+    shared().audioCdEnabled = 0;
+    windows().show("CD1st");
+    machine.insert(fakes::makeDisc(5, 60));
+    machine.run(2s);
+    EXPECT_THAT(machine.world.cd.log, testing::IsEmpty());
+    EXPECT_EQ(waiting().firstLine.Caption.get(), "Please Insert a CD-ROM");
+    EXPECT_FALSE(windows().isLoaded("CDForm"));
+}
+
+TEST_F(Discs, ADataDiscInAnAudioOnlySetupIsNeverTaken) {
+    shared().cdRomEnabled = 0;
+    windows().show("CD1st");
+    machine.world.files.drive('D').ready = true;
+    machine.world.files.put("D:\\SETUP.EXE", "MZ");
+    machine.world.cd.insert(fakes::makeDisc(1, 60));
+    machine.run(2s);
+    EXPECT_EQ(waiting().firstLine.Caption.get(), "Please Insert an Audio CD");
+    EXPECT_EQ(waiting().secondLine.Caption.get(), "into the Drive...");
+    EXPECT_FALSE(windows().isLoaded("CDForm"));
+}
+
+TEST_F(Discs, WithoutAnAudioDeviceNoDiscIsTaken) {
+    machine.world.cd.openFault = platform::CdOpenFault::noDriver;
+    windows().show("CD1st");
+    machine.world.files.drive('D').ready = true;
+    machine.world.files.put("D:\\SETUP.EXE", "MZ");
+    machine.run(2s);
+    EXPECT_TRUE(windows().isVisible("CD1st"));
+    EXPECT_EQ(waiting().firstLine.Caption.get(), "Please Insert an Audio CD");
+}
+
+TEST_F(Discs, AMixedDiscGoesToTheAudioWindow) {
+    windows().show("CD1st");
+    machine.world.files.drive('D').ready = true;
+    machine.world.files.put("D:\\SETUP.EXE", "MZ");
+    machine.world.cd.insert(fakes::makeDisc(3, 60));
+    machine.run(500ms);
+    EXPECT_TRUE(windows().isVisible("CDForm"));
+    EXPECT_EQ(face().discLamp.Caption.get(), "Enh-CD");
+    EXPECT_EQ(machine.state().enhancedDisc, 1);
+    EXPECT_FALSE(face().Image4[modeKeys::intro].Visible);
+    EXPECT_TRUE(face().enhancedKey.Visible);
+}
+
+TEST_F(Discs, AClickOnTheFirstLineOpensTheTray) {
+    windows().show("CD1st");
+    waiting().firstLine.click();
+    EXPECT_THAT(machine.world.cd.log, testing::ElementsAre("open D", "eject", "close"));
+}
+
+TEST_F(Discs, EscapeInTheWaitingWindowPaintsItRedAndEnds) {
+    windows().show("CD1st");
+    EXPECT_TRUE(fakes::endsProcess([&] { waiting().Form_KeyDown(forms::keys::escape, 0); }));
+    EXPECT_EQ(waiting().panel.ForeColor, colors::red);
+}
+
+TEST_F(Discs, AnImageDroppedOnTheWaitingWindowGoesIntoTheDrive) {
+    windows().show("CD1st");
+    waiting().Form_FilesDropped({"Z:\\music\\disc.cue"});
+    ASSERT_THAT(machine.world.drives.images, SizeIs(1));
+    EXPECT_EQ(machine.world.drives.images.begin()->second, "Z:\\music\\disc.cue");
+}
+
+TEST_F(Discs, AnImageThatIsRefusedIsToldWithItsReason) {
+    windows().show("CD1st");
+    machine.world.drives.refuseImages = Error{Fault::invalid, "disc.cue names t.wav, which is not there."};
+    waiting().Form_FilesDropped({"Z:\\music\\disc.cue"});
+    ASSERT_THAT(machine.world.dialogs.boxes, SizeIs(1));
+    EXPECT_EQ(machine.world.dialogs.boxes[0].text, "disc.cue names t.wav, which is not there.");
+}
+
+TEST_F(Discs, TheKeyOfTheWaitingWindowAsksForAnImage) {
+    windows().show("CD1st");
+    machine.world.dialogs.fileAnswers.push_back("Z:\\a.cue");
+    waiting().insertImageKey.press();
+    EXPECT_THAT(machine.world.drives.images, SizeIs(1));
+}
+
+// ---- Loading ----
+
+TEST_F(Discs, ADiscWithoutARecordShowsItsTotalTimeAndTrackCountAndAnUnlitLamp) {
+    machine.openPlayer(fakes::makeDisc(5, 65));
+    EXPECT_EQ(machine.time(), "05:25");
+    EXPECT_EQ(face().timeCaption.Caption.get(), "TOTAL");
+    EXPECT_EQ(machine.digits(), 5);
+    EXPECT_EQ(face().recordLamp.ForeColor, panelColor(2));
+    EXPECT_EQ(face().upperLine.Caption.get(), "");
+    EXPECT_EQ(face().lowerLine.Caption.get(), "");
+    EXPECT_EQ(face().discLamp.Caption.get(), "DISC");
+}
+
+TEST_F(Discs, ADiscWithARecordShowsItAndLightsItsLamp) {
+    machine.openPlayer(fakes::makeDisc(5, 65));
+    saveRecord("Erik Satie", "Gymnopédies", 5);
+    windows().unload("CDForm");
+    machine.openPlayer();
+    EXPECT_EQ(face().upperLine.Caption.get(), "Erik Satie - Gymnopédies");
+    EXPECT_EQ(face().recordLamp.ForeColor, panelColor(0));
+    machine.press(transport::play);
+    machine.run(2s);
+    EXPECT_EQ(face().lowerLine.Caption.get(), "Title 1");
+    EXPECT_EQ(machine.player().Caption.get(), "Tessarel [Title 1]");
+    machine.run(65s);
+    EXPECT_EQ(face().lowerLine.Caption.get(), "Title 2");
+}
+
+TEST_F(Discs, ACountOnFileThatIsTooSmallIsReplacedByTheDrives) {
+    machine.openPlayer(fakes::makeDisc(5, 65));
+    saveRecord("A", "B", 3);
+    windows().unload("CDForm");
+    machine.openPlayer();
+    EXPECT_EQ(machine.program.record.discInfo[2], "5");
+    machine.press(transport::play);
+    machine.run(2s);
+    machine.pick(5);
+    machine.run(2s);
+    EXPECT_EQ(face().lowerLine.Caption.get(), "") << "a track that the record lacks has an empty title";
+}
+
+TEST_F(Discs, ALongDiscReadsHoursAsSoonAsItPassesOne) {
+    machine.openPlayer(fakes::makeToc({59 * 60 * 75 + 59 * 75 + 74}));
+    EXPECT_EQ(machine.time(), "59:59");
+    windows().unload("CDForm");
+    machine.openPlayer(fakes::makeToc({60 * 60 * 75}));
+    EXPECT_EQ(machine.time(), "1:00:00");
+}
+
+TEST_F(Discs, ADiscOfMoreThanTwentyTracksFillsTheGridAndLightsItsMarker) {
+    machine.insert(fakes::makeDisc(25, 60));
+    windows().show("CDForm");
+    EXPECT_EQ(machine.digits(), 25);
+    EXPECT_EQ(machine.state().gridTrackCount, 20);
+    EXPECT_EQ(face().cellNumbers[19].ForeColor, panelColor(0));
+    EXPECT_EQ(face().cellNumbers[audio::moreTracksMarker].ForeColor, panelColor(0));
+    EXPECT_EQ(face().cellCaps[19].ForeColor, colors::black);
+}
+
+TEST_F(Discs, ADiscOfTwentyTracksLeavesTheMarkerDim) {
+    machine.openPlayer(fakes::makeDisc(20, 60));
+    EXPECT_EQ(face().cellNumbers[audio::moreTracksMarker].ForeColor, panelColor(6));
+}
+
+TEST_F(Discs, ADiscUnderAMinuteShowsTheSumOfItsTracksPlusThree) {
+    machine.openPlayer(fakes::makeDisc(2, 20));
+    EXPECT_EQ(machine.time(), "00:43");
+}
+
+TEST_F(Discs, TheRunningMarkLiesThereWhileTheWindowIsLoaded) {
+    machine.openPlayer(fakes::makeDisc(2, 60));
+    EXPECT_EQ(machine.world.files.bytes("C:\\Tessarel\\audiocd.tmp"), "0\r\n");
+    windows().unload("CDForm");
+    EXPECT_FALSE(machine.world.files.exists("C:\\Tessarel\\audiocd.tmp"));
+}
+
+TEST_F(Discs, ATrackInTheRunModePlaysAtOnce) {
+    shared().runMode = "3";
+    shared().autoStartMode = 2;
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    EXPECT_TRUE(machine.sounding());
+    EXPECT_EQ(machine.soundingTrack(), 3);
+    EXPECT_EQ(shared().runMode, "");
+    EXPECT_EQ(shared().autoStartMode, 0);
+    EXPECT_EQ(machine.state().trackLengths[3], "1:00");
+}
+
+TEST_F(Discs, AutoPlayStartsTheFirstTrackOnce) {
+    shared().autoStartMode = 2;
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.run(1500ms);
+    EXPECT_TRUE(machine.sounding());
+    EXPECT_EQ(machine.digits(), 1);
+    EXPECT_EQ(shared().autoStartDone, 1);
+    machine.press(transport::stop);
+    machine.run(2s);
+    EXPECT_FALSE(machine.sounding());
+}
+
+TEST_F(Discs, AutoPlayIsForAudioDiscsAndEveryDiscOnly) {
+    for (const std::int16_t mode : {0, 3, 4}) {
+        shared().autoStartMode = mode;
+        shared().autoStartDone = 0;
+        machine.openPlayer(fakes::makeDisc(5, 60));
+        machine.run(1s);
+        EXPECT_FALSE(machine.sounding()) << mode;
+        windows().unload("CDForm");
+    }
+}
+
+TEST_F(Discs, AutoPlayPrefersTheStoredProgram) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.choose(modeKeys::program);
+    machine.pick(4);
+    machine.pick(2);
+    machine.world.files.putFolder("C:\\Tessarel\\datacd");
+    face().Image16[audio::programKeys::save].press();
+    windows().unload("CDForm");
+    shared().autoStartMode = 1;
+    machine.openPlayer();
+    EXPECT_EQ(face().programLamp.ForeColor, panelColor(3));
+    machine.run(2s);
+    EXPECT_EQ(machine.soundingTrack(), 4);
+    EXPECT_EQ(machine.state().playMode, audio::programmed);
+    machine.run(60s);
+    EXPECT_EQ(machine.soundingTrack(), 2);
+}
+
+TEST_F(Discs, InLiteModeTheWindowMinimisesItselfWhenPlayBegins) {
+    shared().runMode = "CDLITE";
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.run(1s);
+    EXPECT_TRUE(machine.sounding());
+    EXPECT_EQ(machine.player().WindowState, forms::WindowState::minimised);
+    EXPECT_EQ(shared().runMode, "");
+}
+
+TEST_F(Discs, ADriveThatIsNotThereLeavesTheWindowUpWithoutADisc) {
+    machine.world.cd.openFault = platform::CdOpenFault::noDriver;
+    windows().show("CDForm");
+    EXPECT_TRUE(windows().isVisible("CDForm"));
+    EXPECT_TRUE(machine.world.dialogs.boxes.empty());
+    EXPECT_EQ(machine.state().discTrackCount, 0);
+}
+
+// ---- Leaving ----
+
+TEST_F(Discs, ADiscPulledOutWhilePlayingBringsTheWaitingWindow) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.press(transport::play);
+    machine.run(10s);
+    pullOut();
+    machine.run(5s);
+    EXPECT_EQ(shared().discDrawerOpen, 1);
+    EXPECT_TRUE(windows().isVisible("CD1st"));
+    EXPECT_EQ(machine.digits(), 0);
+    EXPECT_EQ(machine.time(), "00:00");
+    EXPECT_EQ(face().discLamp.ForeColor, panelColor(5));
+    EXPECT_EQ(machine.world.cd.opened, 0) << "the device is closed";
+}
+
+TEST_F(Discs, ADiscPulledOutWhilePausedBringsTheWaitingWindow) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.press(transport::play);
+    machine.run(10s);
+    machine.press(transport::pause);
+    pullOut();
+    machine.run(5s);
+    EXPECT_TRUE(windows().isVisible("CD1st"));
+    EXPECT_EQ(machine.state().pausedFlag, 0);
+}
+
+TEST_F(Discs, ADiscPulledOutBeforeItsTracksAreReadBringsTheWaitingWindow) {
+    machine.insert(fakes::makeDisc(5, 60));
+    windows().show("CDForm");
+    pullOut();
+    machine.run(5s);
+    EXPECT_TRUE(windows().isVisible("CD1st"));
+}
+
+TEST_F(Discs, ANewDiscAfterThatIsLoadedAfresh) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.press(transport::play);
+    machine.run(10s);
+    pullOut();
+    machine.run(5s);
+    machine.insert(fakes::makeDisc(3, 100));
+    machine.run(2s);
+    EXPECT_TRUE(windows().isVisible("CDForm"));
+    EXPECT_FALSE(windows().isLoaded("CD1st"));
+    EXPECT_EQ(shared().discDrawerOpen, 0);
+    EXPECT_EQ(machine.digits(), 3);
+    EXPECT_EQ(machine.state().trackLengths[1], "1:40");
+    machine.press(transport::play);
+    machine.run(2s);
+    EXPECT_EQ(machine.soundingTrack(), 1);
+}
+
+TEST_F(Discs, ADiscThatIsExchangedBetweenTwoLooksIsNoticed) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.press(transport::play);
+    machine.run(5s);
+    machine.world.files.clear('D');
+    machine.insert(fakes::makeDisc(5, 70));
+    machine.run(6s);
+    EXPECT_EQ(machine.time(), "05:50");
+}
+
+TEST_F(Discs, EjectEmptiesTheDriveAndBringsTheWaitingWindow) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.press(transport::play);
+    machine.run(10s);
+    machine.press(transport::eject);
+    EXPECT_EQ(machine.world.cd.disc, nullptr);
+    EXPECT_TRUE(windows().isVisible("CD1st"));
+    EXPECT_EQ(shared().discDrawerOpen, 1);
+    EXPECT_EQ(machine.state().discTrackCount, 0);
+    EXPECT_EQ(machine.world.cd.opened, 0);
+    EXPECT_FALSE(machine.world.files.exists("C:\\Tessarel\\audiocd.tmp"));
+}
+
+TEST_F(Discs, WithTheDrawerOpenPressesDoNothingExceptEject) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.press(transport::eject);
+    machine.world.cd.log.clear();
+    for (const int key : {transport::prev, transport::next, transport::play, transport::pause, transport::stop}) {
+        machine.player().icntla_Click(key);
+    }
+    machine.choose(modeKeys::single);
+    machine.pick(2);
+    face().Image10[functionKeys::random].press();
+    EXPECT_THAT(machine.world.cd.log, testing::IsEmpty());
+    EXPECT_EQ(machine.state().playMode, audio::wholeDisc);
+    machine.press(transport::eject);
+    EXPECT_THAT(machine.world.cd.log, testing::ElementsAre("open D", "eject", "close")) << "Eject goes to the panel";
+}
+
+TEST_F(Discs, EjectWithTheDrawerTakesTheTrayOutWhenTheOptionSaysSo) {
+    shared().audioOptions[2] = 1;
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.press(transport::play);
+    machine.run(2s);
+    pullOut();
+    machine.world.cd.log.clear();
+    machine.run(5s);
+    EXPECT_TRUE(windows().isVisible("CD1st"));
+    EXPECT_EQ(shared().discDrawerOpen, 1);
+}
+
+TEST_F(Discs, TheDrawerOpensInStepsOfElevenHundredths) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    const auto before = machine.world.scheduler.waited();
+    machine.player().opendrawer();
+    EXPECT_EQ(machine.world.scheduler.waited() - before, 110ms * audio::CDForm::drawerSteps);
+    EXPECT_EQ(machine.player().drawerPosition, audio::CDForm::drawerSteps);
+}
+
+TEST_F(Discs, AHardwareErrorClosesTheDeviceWithoutAWord) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.player().MMControl1_PlayCompleted(262);
+    EXPECT_EQ(machine.player().MMControl1.Mode(), audio::mode::notOpen);
+    EXPECT_TRUE(machine.world.dialogs.boxes.empty());
+}
+
+TEST_F(Discs, OtherCompletionCodesAreIgnored) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.player().MMControl1_PlayCompleted(0);
+    machine.player().MMControl1_PlayCompleted(277);
+    EXPECT_EQ(machine.player().MMControl1.Mode(), audio::mode::stopped);
+}
+
+TEST_F(Discs, AnImageDroppedOnThePlayerReplacesItsDisc) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.press(transport::play);
+    machine.run(5s);
+    machine.player().Form_FilesDropped({"Z:\\other.cue"});
+    machine.world.files.clear('D');
+    machine.insert(fakes::makeDisc(2, 90));
+    machine.run(600ms);
+    EXPECT_TRUE(windows().isVisible("CDForm"));
+    EXPECT_FALSE(windows().isLoaded("CD1st"));
+    EXPECT_EQ(machine.state().discTrackCount, 2);
+}
+
+TEST_F(Discs, AnImageThatIsRefusedLeavesThePlayerPlaying) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.press(transport::play);
+    machine.run(5s);
+    machine.world.drives.refuseImages = Error{Fault::invalid, "other.cue holds no track."};
+    machine.player().Form_FilesDropped({"Z:\\other.cue"});
+    EXPECT_EQ(machine.world.dialogs.lastText(), "other.cue holds no track.");
+    EXPECT_TRUE(machine.sounding());
+}
+
+TEST_F(Discs, ExitStopsTheDiscDeletesTheMarkAndEnds) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.press(transport::play);
+    machine.run(5s);
+    EXPECT_TRUE(fakes::endsProcess([&] { machine.player().Form_KeyDown(forms::keys::escape, 0); }));
+    EXPECT_FALSE(machine.sounding());
+    EXPECT_EQ(machine.world.cd.opened, 0);
+    EXPECT_EQ(face().exitLabel.ForeColor, Color{192});
+    EXPECT_EQ(face().exitPanel.ForeColor, Color{255});
+    EXPECT_FALSE(machine.world.files.exists("C:\\Tessarel\\audiocd.tmp"));
+    EXPECT_EQ(machine.world.files.currentDirectory(), "C:\\Tessarel");
+}
+
+TEST_F(Discs, ExitLeavesTheDiscPlayingWhenTheOptionSaysSo) {
+    shared().audioOptions[5] = 1;
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.press(transport::play);
+    machine.run(5s);
+    EXPECT_TRUE(fakes::endsProcess([&] { machine.player().Image5_MouseUp(); }));
+    EXPECT_TRUE(machine.sounding());
+}
+
+TEST_F(Discs, KeysWhoseWindowsAreNotBuiltAreDeadAndSaySo) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    EXPECT_FALSE(face().Image10[functionKeys::mainMenu].Enabled);
+    EXPECT_FALSE(face().Image10[functionKeys::mainMenu].ToolTipText.get().empty());
+    EXPECT_FALSE(face().webKey.Enabled);
+}
+
+// ---- Stored programs ----
+
+TEST_F(Discs, AProgramSavedOnADiscOfTwentyTwoTracksLosesItsEntriesAboveTwenty) {
+    machine.openPlayer(fakes::makeDisc(22, 60));
+    machine.world.files.putFolder("C:\\Tessarel\\datacd");
+    machine.choose(modeKeys::program);
+    for (const int track : {3, 21, 5, 22}) {
+        machine.state().pickedTrackIndex = static_cast<std::int16_t>(track - 1);
+        machine.player().startTrack();
+    }
+    face().Image16[audio::programKeys::save].press();
+    const auto path = machine.program.record.discRecordPath + "2";
+    EXPECT_TRUE(machine.world.files.bytes(path).starts_with("3\r\n21\r\n5\r\n22\r\n0\r\n"));
+    face().Image16[audio::programKeys::clear].press();
+    EXPECT_EQ(machine.state().programCount, 0);
+    face().Image16[audio::programKeys::recall].press();
+    const auto& list = machine.state().programList;
+    EXPECT_EQ(std::vector<int>(list.begin() + 1, list.begin() + 5), (std::vector{3, 0, 5, 0}));
+    EXPECT_EQ(machine.state().programCount, 2);
+}
+
+TEST_F(Discs, AnEmptyProgramSavesByDeletingTheFile) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    const auto path = machine.program.record.discRecordPath + "2";
+    machine.world.files.put(path, "3\r\n");
+    machine.choose(modeKeys::program);
+    face().Image16[audio::programKeys::save].press();
+    EXPECT_FALSE(machine.world.files.exists(path));
+    EXPECT_EQ(face().programLamp.ForeColor, panelColor(2));
+}
+
+TEST_F(Discs, AFullDiskWhileSavingAProgramIsTold) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.choose(modeKeys::program);
+    machine.pick(1);
+    machine.world.files.failWrites = Fault::full;
+    face().Image16[audio::programKeys::save].press();
+    EXPECT_THAT(machine.world.dialogs.boxes, SizeIs(1));
+    EXPECT_EQ(face().programLamp.ForeColor, panelColor(2));
+}
+
+}  // namespace
+}  // namespace tessarel::scenarios

@@ -1,0 +1,12 @@
+#pragma once
+#include "audio/player_state.h"
+#include "library/disc_record.h"
+#include "ui/main_windows.h"
+#include "ui/theme.h"
+
+namespace tessarel::ui {
+
+/// Makes every view of this version known. All but `views` must outlive it.
+void knowStandardViews(Views& views, const Theme& theme, const audio::PlayerState& player, const library::DiscRecord& record);
+
+}  // namespace tessarel::ui

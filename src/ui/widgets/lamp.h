@@ -1,0 +1,25 @@
+#pragma once
+#include "ui/widgets/pad.h"
+
+namespace tessarel::ui {
+
+/// A lamp that tells a state in words: filled and bright when lit, an outline when not.
+class Lamp : public LabelPad {
+public:
+    /// `text` stands on it for good; an empty one gives way to the label's caption.
+    Lamp(const Theme& theme, QWidget* parent, const QString& text);
+
+    bool lit() const;
+    QString shownText() const;
+    bool checkable() const override { return acts(); }
+    bool checked() const override { return lit(); }
+
+protected:
+    void changed() override;
+    void draw(QPainter& painter) override;
+
+private:
+    QString text_;
+};
+
+}  // namespace tessarel::ui

@@ -1,0 +1,87 @@
+#pragma once
+#include <QImage>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "audio/cdform_face.h"
+#include "audio/player_state.h"
+#include "forms/form.h"
+#include "forms/windows.h"
+#include "library/disc_record.h"
+#include "tests/fakes/simulated_scheduler.h"
+#include "ui/cd1st_view.h"
+#include "ui/cdform_view.h"
+#include "ui/main_windows.h"
+#include "ui/theme.h"
+
+namespace tessarel::uitest {
+
+/// The Audio CD window's controls without its logic: every gesture is written down instead.
+class SampleCd : public forms::Form {
+public:
+    explicit SampleCd(forms::Windows& windows);
+
+    audio::CDFormFace face{*this};
+    audio::PlayerState player;
+    library::DiscRecord record;
+    forms::Property<int> drawerPosition{0};
+    /// "Click icntla(2)", "Down scntla(3)" and so on, oldest first.
+    std::vector<std::string> log;
+
+    void Form_KeyDown(int keyCode, int shift) override {
+        log.push_back("Key " + std::to_string(keyCode) + " " + std::to_string(shift));
+    }
+    void Form_MouseDown(forms::MouseButton button) override {
+        log.push_back(button == forms::MouseButton::left ? "Face left" : "Face right");
+    }
+    void Form_FilesDropped(const std::vector<std::string>& paths) override {
+        for (const auto& path : paths) {
+            log.push_back("Drop " + path);
+        }
+    }
+
+    /// Track 7 of a disc of 14 is playing, two minutes and forty-one seconds in.
+    void showPlaying();
+    ui::CdFormParts parts() { return {*this, face, player, record, drawerPosition, 5}; }
+
+private:
+    void showIdle();
+};
+
+/// The waiting window's controls without its logic.
+class SampleWaiting : public forms::Form {
+public:
+    explicit SampleWaiting(forms::Windows& windows);
+
+    forms::Label firstLine{*this, "Label1", "What to do"};
+    forms::Label secondLine{*this, "Label2", "Where to put it"};
+    forms::Button insertImageKey{*this, "Command1", "Insert disc image..."};
+    std::vector<std::string> log;
+
+    void Form_KeyDown(int keyCode, int /*shift*/) override { log.push_back("Key " + std::to_string(keyCode)); }
+};
+
+/// Both sample forms behind real views, on a clock that stands still.
+class Stage {
+public:
+    explicit Stage(double scale = 1);
+
+    SampleCd& showCd();
+    SampleWaiting& showWaiting();
+    ui::FormWindow& window(const std::string& name) { return *views.find(name); }
+
+    fakes::SimulatedScheduler scheduler;
+    ui::PanelColors panel = ui::defaultPanelColors;
+    ui::Theme theme;
+    forms::Windows windows{scheduler};
+    ui::Views views{windows};
+};
+
+/// Takes back that the process is ending, for the tests that come after.
+void forgetTheEnd();
+
+/// What a window shows, with its rounded corners clear.
+QImage picture(ui::FormWindow& window);
+
+}  // namespace tessarel::uitest

@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QWindow>
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -40,6 +41,23 @@ protected:
     void run(std::chrono::milliseconds span) {
         QTimer::singleShot(span, Qt::PreciseTimer, &context_, [] { QCoreApplication::exit(0); });
         QCoreApplication::exec();
+    }
+
+    /// Runs the application's loop until a condition holds, for five seconds at most.
+    template <class Condition>
+    void runUntil(Condition condition) {
+        QTimer look;
+        const auto end = scheduler_.now() + 5s;
+        QObject::connect(&look, &QTimer::timeout, &context_, [&] {
+            if (condition() || scheduler_.now() > end) {
+                QCoreApplication::exit(0);
+            }
+        });
+        look.start(1ms);
+        QCoreApplication::exec();
+    }
+    void runUntilLines(std::size_t count) {
+        runUntil([&] { return lines_.size() >= count; });
     }
 
     FreshApplication fresh_;
@@ -77,35 +95,47 @@ TEST_F(Scheduler, ATimerFiresOnceAfterItsDelay) {
         log("fired");
         fired = scheduler_.now() - start;
     });
-    run(150ms);
+    runUntilLines(1);
+    run(60ms);
     EXPECT_THAT(lines_, ElementsAre("fired"));
     EXPECT_GE(fired, 50ms);
-    EXPECT_LT(fired, 90ms);
+}
+
+TEST_F(Scheduler, AHundredMillisecondsAreMetToTwenty) {
+    auto closest = 5s + 0ms;
+    for (int tries = 0; tries < 10 && closest > 20ms; ++tries) {
+        const auto start = scheduler_.now();
+        auto late = 5s + 0ms;
+        const auto handle = scheduler_.after(100ms, [&] { late = scheduler_.now() - start - 100ms; });
+        runUntil([&] { return late < 5s; });
+        closest = std::min(closest, late);
+    }
+    EXPECT_LE(closest, 20ms);
 }
 
 TEST_F(Scheduler, TimersFireInTheOrderOfTheirDeadlinesNotOfTheirMaking) {
     const auto late = scheduler_.after(30ms, [this] { log("late"); });
     const auto soon = scheduler_.after(5ms, [this] { log("soon"); });
-    run(60ms);
+    runUntilLines(2);
     EXPECT_THAT(lines_, ElementsAre("soon", "late"));
 }
 
 TEST_F(Scheduler, ARepeatedTimerFiresOnAndOn) {
     const auto handle = scheduler_.every(20ms, [this] { log("tick"); });
-    run(210ms);
-    EXPECT_GE(lines_.size(), 6U);
-    EXPECT_LE(lines_.size(), 10U);
+    const auto start = scheduler_.now();
+    runUntilLines(4);
+    EXPECT_GE(scheduler_.now() - start, 79ms);
+    EXPECT_EQ(lines_.size(), 4U);
 }
 
 TEST_F(Scheduler, ALateTimerFiresOnceAndCountsAnew) {
     std::vector<std::chrono::milliseconds> ticks;
     const auto handle = scheduler_.every(40ms, [&] { ticks.push_back(scheduler_.now()); });
     std::this_thread::sleep_for(150ms);
-    const auto free = scheduler_.now();
-    run(70ms);
-    ASSERT_GE(ticks.size(), 2U);
-    EXPECT_LT(ticks[0] - free, 30ms);
+    runUntil([&] { return ticks.size() >= 3; });
+    ASSERT_EQ(ticks.size(), 3U);
     EXPECT_GE(ticks[1] - ticks[0], 40ms);
+    EXPECT_GE(ticks[2] - ticks[1], 40ms);
 }
 
 TEST_F(Scheduler, ADroppedHandleCancelsItsTimer) {
@@ -123,7 +153,8 @@ TEST_F(Scheduler, ARepeatedTimerMayCancelItselfInItsOwnHandler) {
         handle.reset();
         log(*alive);
     });
-    run(60ms);
+    runUntilLines(1);
+    run(30ms);
     EXPECT_THAT(lines_, ElementsAre("tick"));
     EXPECT_EQ(alive.use_count(), 1);
 }
@@ -136,7 +167,8 @@ TEST_F(Scheduler, AHandlerMayCancelAnotherTimerThatIsDue) {
     });
     second = scheduler_.after(6ms, [this] { log("second"); });
     std::this_thread::sleep_for(15ms);
-    run(30ms);
+    runUntilLines(1);
+    run(20ms);
     EXPECT_THAT(lines_, ElementsAre("first"));
 }
 
@@ -152,20 +184,22 @@ TEST_F(Scheduler, AHandleMayOutliveItsScheduler) {
 }
 
 TEST_F(Scheduler, AWaitHoldsTimersBackAndFiresEachOnceAfterIt) {
-    const auto handle = scheduler_.every(10ms, [this] { log("tick"); });
+    std::vector<std::chrono::milliseconds> ticks;
+    const auto handle = scheduler_.every(20ms, [&] { ticks.push_back(scheduler_.now()); });
     const auto start = scheduler_.now();
     scheduler_.wait(80ms);
     EXPECT_GE(scheduler_.now() - start, 79ms);
-    EXPECT_THAT(lines_, IsEmpty());
-    run(5ms);
-    EXPECT_THAT(lines_, ElementsAre("tick"));
+    EXPECT_THAT(ticks, IsEmpty());
+    runUntil([&] { return ticks.size() >= 2; });
+    ASSERT_EQ(ticks.size(), 2U);
+    EXPECT_GE(ticks[1] - ticks[0], 20ms);
 }
 
 TEST_F(Scheduler, AWaitLastsItsTimeAndNotMuchMore) {
     const auto start = scheduler_.now();
     scheduler_.wait(300ms);
     EXPECT_GE(scheduler_.now() - start, 299ms);
-    EXPECT_LT(scheduler_.now() - start, 400ms);
+    EXPECT_LT(scheduler_.now() - start, 2s);
 }
 
 TEST_F(Scheduler, PostedTasksRunInsideAWait) {
@@ -183,7 +217,7 @@ TEST_F(Scheduler, TimersStayHeldUntilTheOuterOfTwoWaitsIsOver) {
     });
     scheduler_.wait(60ms);
     log("outer over");
-    run(5ms);
+    runUntilLines(3);
     EXPECT_THAT(lines_, ElementsAre("inner over", "outer over", "timer"));
 }
 
@@ -195,7 +229,7 @@ TEST_F(Scheduler, DoEventsInsideAWaitKeepsHoldingTimersBack) {
     });
     scheduler_.wait(20ms);
     log("over");
-    run(5ms);
+    runUntilLines(3);
     EXPECT_THAT(lines_, ElementsAre("done", "over", "timer"));
 }
 
@@ -218,7 +252,7 @@ TEST_F(Scheduler, ATimerThatRunsEventsLetsOthersFireMeanwhile) {
         scheduler_.doEvents();
         log("outer ends");
     });
-    run(40ms);
+    runUntilLines(3);
     EXPECT_THAT(lines_, ElementsAre("outer begins", "inner", "outer ends"));
 }
 
@@ -239,7 +273,7 @@ TEST_F(Scheduler, AClickDuringAWaitArrivesAfterIt) {
     });
     scheduler_.wait(50ms);
     EXPECT_EQ(window.clicks, 0);
-    run(20ms);
+    runUntil([&] { return window.clicks > 0; });
     EXPECT_EQ(window.clicks, 1);
 }
 

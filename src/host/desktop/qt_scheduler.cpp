@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QEvent>
 #include <QEventLoop>
 #include <algorithm>
 #include <limits>
@@ -20,13 +21,22 @@ constexpr Milliseconds preciseBelow{200};
 /// Longest span that one alarm is set for.
 constexpr Milliseconds longestAlarm{std::chrono::hours(1)};
 
+class TaskEvent : public QEvent {
+public:
+    explicit TaskEvent(platform::Scheduler::Task task) : QEvent(User), task_(std::move(task)) {}
+    void run() const { deliver(task_); }
+
+private:
+    platform::Scheduler::Task task_;
+};
+
 }  // namespace
 
 // The pending calls, by deadline and then by age. Shared with the handles, which may outlive the scheduler.
 struct QtScheduler::Timers {
     using Key = std::pair<Milliseconds, long>;
     struct Entry {
-        Milliseconds interval;
+        Milliseconds interval{0};
         std::shared_ptr<Task> task;
     };
 
@@ -61,6 +71,15 @@ private:
     QtScheduler& scheduler_;
 };
 
+bool QtScheduler::Posts::event(QEvent* event) {
+    const auto* task = dynamic_cast<const TaskEvent*>(event);
+    if (task == nullptr) {
+        return QObject::event(event);
+    }
+    task->run();
+    return true;
+}
+
 QtScheduler::QtScheduler() : start_(std::chrono::steady_clock::now()), timers_(std::make_shared<Timers>()) {
     alarm_.setSingleShot(true);
     QObject::connect(&alarm_, &QTimer::timeout, &alarm_, [this] { alarm(); });
@@ -78,10 +97,7 @@ platform::WallTime QtScheduler::wallNow() const {
     return {date.year(), date.month(), date.day(), Milliseconds(local.time().msecsSinceStartOfDay())};
 }
 
-void QtScheduler::post(Task task) {
-    QMetaObject::invokeMethod(
-        &posts_, [task = std::move(task)] { deliver(task); }, Qt::QueuedConnection);
-}
+void QtScheduler::post(Task task) { QCoreApplication::postEvent(&posts_, new TaskEvent(std::move(task))); }
 
 platform::TimerHandle QtScheduler::after(Milliseconds delay, Task task) { return add(delay, {}, std::move(task)); }
 

@@ -38,6 +38,10 @@ public:
 private:
     struct Timers;
     class Hold;
+    /// The receiver of posted tasks.
+    struct Posts : QObject {
+        bool event(QEvent* event) override;
+    };
 
     platform::TimerHandle add(platform::Milliseconds delay, platform::Milliseconds interval, Task task);
     void arm();
@@ -46,8 +50,8 @@ private:
     bool fireFirst(platform::Milliseconds due, long newest);
 
     std::chrono::steady_clock::time_point start_;
-    QObject posts_;  ///< the receiver of posted tasks
-    QTimer alarm_;   ///< set to the first deadline
+    Posts posts_;
+    QTimer alarm_;  ///< set to the first deadline
     std::shared_ptr<Timers> timers_;
     int waits_ = 0;
 };

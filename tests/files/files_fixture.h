@@ -17,8 +17,8 @@ namespace fs = std::filesystem;
 
 /// A folder that goes with the test.
 struct TempFolder {
-    TempFolder() {
-        std::string pattern = (fs::temp_directory_path() / "tessarel-test-XXXXXX").string();
+    explicit TempFolder(const fs::path& in = fs::temp_directory_path()) {
+        std::string pattern = (in / "tessarel-test-XXXXXX").string();
         path = ::mkdtemp(pattern.data());
     }
     TempFolder(const TempFolder&) = delete;

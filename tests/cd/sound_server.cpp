@@ -34,6 +34,7 @@ bool waitUntil(Condition condition) {
 
 ChildProcess::ChildProcess(const std::vector<std::string>& command, const std::string& outputFile) {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& word : command) {
         arguments.push_back(const_cast<char*>(word.c_str()));
     }
@@ -99,11 +100,12 @@ SoundServer::~SoundServer() {
 }
 
 void SoundServer::start() {
-    server_ = ChildProcess({"env", "HOME=" + folder_.string(), "XDG_RUNTIME_DIR=" + folder_.string(), "pulseaudio", "-n",
-                            "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1", "--disallow-exit", "-L",
-                            "module-native-protocol-unix socket=" + (folder_ / "native").string() + " auth-anonymous=1", "-L",
-                            "module-null-sink sink_name=disc rate=44100 format=s16le channels=2 "
-                            "channel_map=front-left,front-right norewinds=1"});
+    const std::string home = folder_.string();
+    const std::string protocol = "module-native-protocol-unix socket=" + home + "/native auth-anonymous=1";
+    const std::string sink = std::string("module-null-sink sink_name=disc rate=44100 format=s16le channels=2") +
+                             " channel_map=front-left,front-right norewinds=1";
+    server_ = ChildProcess({"env", "HOME=" + home, "XDG_RUNTIME_DIR=" + home, "pulseaudio", "-n", "--daemonize=no",
+                            "--use-pid-file=no", "--exit-idle-time=-1", "--disallow-exit", "-L", protocol, "-L", sink});
     ASSERT_TRUE(waitUntil([] { return outputOf("pactl list short sinks 2>/dev/null").find("disc") != std::string::npos; }))
         << "the sound server does not start";
 }

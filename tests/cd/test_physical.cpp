@@ -157,6 +157,7 @@ struct FakeControlState {
     bool claimed = false;
     bool exclusive = false;
     int ejected = 0;
+    bool stuck = false;
 };
 
 class FakeControl : public host::DriveControl {
@@ -174,7 +175,7 @@ public:
     void unclaim() override { state_.claimed = false; }
     void eject() override {
         ++state_.ejected;
-        state_.mark = 0;
+        state_.mark = state_.stuck ? state_.mark : 0;
     }
 
 private:
@@ -221,6 +222,14 @@ TEST_F(PhysicalDriveTest, AnEjectedDiscIsGoneAtTheNextLook) {
     drive.eject();
     EXPECT_EQ(control.ejected, 1);
     EXPECT_EQ(drive.medium(), nullptr);
+}
+
+TEST_F(PhysicalDriveTest, ADiscThatTheTrayWillNotGiveOutIsStillThere) {
+    control.mark = 1;
+    ASSERT_NE(drive.medium(), nullptr);
+    control.stuck = true;
+    drive.eject();
+    EXPECT_NE(drive.medium(), nullptr);
 }
 
 TEST_F(PhysicalDriveTest, ADiscThatCanNotBeReadIsTriedOnce) {

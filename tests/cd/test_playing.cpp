@@ -67,15 +67,15 @@ protected:
 
 TEST_F(PlayingAloud, AWholeDiscIsHeardToTheSampleAcrossItsTracks) {
     const Recording recording(server);
-    insert({{75}, {1}, {40}, {34}});
+    insert({{40}, {1}, {30}, {29}});
     open();
     player->play(0);
     EXPECT_EQ(player->state(), CdState::playing);
     ASSERT_TRUE(untilEnded());
     EXPECT_EQ(endings, std::vector{CdEnding::endOfDisc});
     EXPECT_EQ(player->state(), CdState::stopped);
-    EXPECT_EQ(player->position(), 150);
-    EXPECT_EQ(musicOnceSettled(recording), numbersBetween(0, 150));
+    EXPECT_EQ(player->position(), 100);
+    EXPECT_EQ(musicOnceSettled(recording), numbersBetween(0, 100));
     EXPECT_EQ(endings.size(), 1U);
 }
 
@@ -118,22 +118,22 @@ TEST_F(PlayingAloud, ADiscOfDataAloneEndsAtOnce) {
 
 TEST_F(PlayingAloud, AHeldDiscGoesOnAtTheVeryNextSample) {
     const Recording recording(server);
-    insert({{110}});
+    insert({{80}});
     open();
     player->play(0);
     ASSERT_TRUE(untilPosition(40));
     player->pause();
     EXPECT_EQ(player->state(), CdState::paused);
     const Frames held = player->position();
-    scheduler.runFor(400ms);
+    scheduler.runFor(200ms);
     EXPECT_EQ(player->position(), held);
     const auto before = recording.music().size();
-    scheduler.runFor(200ms);
+    scheduler.runFor(150ms);
     EXPECT_EQ(recording.music().size(), before) << "silent while held";
     player->resume();
     EXPECT_EQ(player->state(), CdState::playing);
     ASSERT_TRUE(untilEnded());
-    EXPECT_EQ(musicOnceSettled(recording), numbersBetween(0, 110));
+    EXPECT_EQ(musicOnceSettled(recording), numbersBetween(0, 80));
 }
 
 TEST_F(PlayingAloud, PlayWhilePlayingStartsElsewhereAtOnce) {
@@ -396,7 +396,9 @@ TEST_F(Playing, WithoutASoundServerTheDiscPlaysOnASilentClock) {
     const auto start = scheduler.now();
     player->play(0);
     ASSERT_TRUE(untilPosition(515));
-    const int readsBefore = disc->reads;
+    const int reads = disc->reads;
+    scheduler.runFor(150ms);
+    EXPECT_EQ(disc->reads, reads) << "nothing is read for nobody to hear";
     player->pause();
     const Frames held = player->position();
     scheduler.runFor(200ms);
@@ -407,7 +409,6 @@ TEST_F(Playing, WithoutASoundServerTheDiscPlaysOnASilentClock) {
     EXPECT_LE(scheduler.now() - start, 2500ms);
     EXPECT_EQ(endings, std::vector{CdEnding::endOfDisc});
     EXPECT_EQ(player->position(), 575);
-    EXPECT_LE(disc->reads, readsBefore + 1) << "little is read for nobody to hear";
 }
 
 TEST_F(Playing, WithoutASoundServerARunOutIsOverAtOnce) {

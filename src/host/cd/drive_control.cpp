@@ -1,5 +1,7 @@
 #include "host/cd/drive_control.h"
 
+#include <cdio/cdio.h>
+#include <cdio/mmc_ll_cmds.h>
 #include <fcntl.h>
 #include <linux/cdrom.h>
 #include <sys/ioctl.h>
@@ -13,6 +15,8 @@
 
 namespace tessarel::host {
 namespace {
+
+constexpr unsigned commandTimeoutMs = 10'000;
 
 /// An open file that closes itself.
 class DeviceFile {
@@ -77,6 +81,7 @@ public:
     }
 
     std::optional<platform::CdOpenFault> claim(bool exclusive) override {
+        exclusive_ = exclusive;
         DeviceFile file(device_, exclusive ? O_EXCL : 0);
         if (!file && errno == EBUSY && isMounted(device_)) {
             file = DeviceFile(device_, 0);  // the desktop has mounted the data part; nobody plays the disc
@@ -91,10 +96,14 @@ public:
     void unclaim() override { claim_ = DeviceFile(); }
 
     void eject() override {
-        const DeviceFile file(device_, 0);
-        if (file) {
-            ::ioctl(file.get(), CDROM_LOCKDOOR, 0);
-            ::ioctl(file.get(), CDROMEJECT);
+        const bool claimed = static_cast<bool>(claim_);
+        claim_ = DeviceFile();  // the kernel opens the tray for a sole user only
+        file_ = DeviceFile();
+        if (!ejectAsSoleUser()) {
+            ejectByCommand();
+        }
+        if (claimed) {
+            claim(exclusive_);
         }
     }
 
@@ -110,9 +119,28 @@ private:
         return 0;
     }
 
+    bool ejectAsSoleUser() const {
+        const DeviceFile file(device_, 0);
+        if (!file) {
+            return false;
+        }
+        ::ioctl(file.get(), CDROM_LOCKDOOR, 0);
+        return ::ioctl(file.get(), CDROMEJECT) >= 0;
+    }
+
+    /// Works while a read is still going on too, but needs the right to write to the device.
+    void ejectByCommand() const {
+        if (CdIo_t* disc = cdio_open_am(device_.c_str(), DRIVER_DEVICE, "MMC_RDWR")) {
+            mmc_prevent_allow_medium_removal(disc, false, false, commandTimeoutMs);
+            mmc_start_stop_unit(disc, true, true, 0, commandTimeoutMs);
+            cdio_destroy(disc);
+        }
+    }
+
     const std::string device_;
     DeviceFile file_;
     DeviceFile claim_;
+    bool exclusive_ = false;
     std::int64_t changes_ = 1;
 };
 

@@ -55,6 +55,8 @@ void PhysicalDrive::release() {
 }
 
 void PhysicalDrive::eject() {
+    medium_.reset();
+    mark_ = 0;
     control_->eject();
     asked_ = {};
 }

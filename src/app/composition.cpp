@@ -59,12 +59,12 @@ char firstDiscDrive(const platform::Drives& drives) {
     return letter;
 }
 
+void report(const std::string& message) { fmt::print(stderr, "tessarel: {}\n", message); }
+
 // A platform without a screen shows nobody a box that waits for an answer.
-void tell(const std::string& message) {
-    fmt::print(stderr, "tessarel: {}\n", message);
-    if (const auto screen = QApplication::platformName(); screen != "offscreen" && screen != "minimal") {
-        QMessageBox::critical(nullptr, "Tessarel", QString::fromStdString(message));
-    }
+bool boxesAreSeen() {
+    const auto platformName = QApplication::platformName();
+    return platformName != "offscreen" && platformName != "minimal";
 }
 
 // The images that were refused stay out; the sentences that tell why come back.
@@ -131,7 +131,10 @@ private:
             insertions.push_back({firstDiscDrive(drives_), *line.image});
         }
         for (const auto& refusal : insertAll(drives_, insertions)) {
-            tell(refusal);
+            report(refusal);
+            if (boxesAreSeen()) {
+                dialogs_.message({.text = refusal, .icon = platform::Icon::exclamation});
+            }
         }
         return line.text;
     }
@@ -201,7 +204,10 @@ int runProgram(const Options& options, const Installation& installation, const s
     const fs::path home = options.home;
     endPlayingOn(home);
     if (const auto made = host::provisionHome(home, installation.data); !made) {
-        tell(made.error().message);
+        report(made.error().message);
+        if (boxesAreSeen()) {
+            QMessageBox::critical(nullptr, "Tessarel", QString::fromStdString(made.error().message));
+        }
         return 1;
     }
     return Composition(home, installation).run(options, workingDirectory);

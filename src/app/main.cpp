@@ -40,10 +40,8 @@ int fail(const std::string& message, int status) {
     return status;
 }
 
-// Without a display the application object would bring the process down with a dump.
-bool displayMissing() {
-    return variable("QT_QPA_PLATFORM").empty() && variable("WAYLAND_DISPLAY").empty() && !host::displayAnswers();
-}
+// Whether Qt will find its windows elsewhere than on an X server.
+bool otherPlatform() { return !variable("QT_QPA_PLATFORM").empty() || !variable("WAYLAND_DISPLAY").empty(); }
 
 int printDrives(const app::Options& options) {
     const auto list = app::listDrives(options);
@@ -55,13 +53,15 @@ int printDrives(const app::Options& options) {
 }
 
 int openProgram(char* programName, const app::Options& options, const std::string& workingDirectory) {
-    if (displayMissing()) {
+    auto display = otherPlatform() ? nullptr : host::holdDisplay();
+    if (!display && !otherPlatform()) {
         return fail("There is no display to open a window on. Start it from a desktop session, or set DISPLAY.", statusFailure);
     }
     // The words behind the name are the program's own: Qt must not take any of them for an option.
     int count = 1;
     char* names[] = {programName, nullptr};
     QApplication application(count, names);
+    display.reset();
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setApplicationName("tessarel");
     QApplication::setApplicationVersion(TESSAREL_VERSION);

@@ -252,7 +252,7 @@ std::int16_t valInteger(std::string_view s) {
 std::string replaceAll(std::string_view s, std::string_view from, std::string_view to) {
     std::string out;
     for (std::size_t at = 0; at < s.size();) {
-        if (startsAt(s, at, from)) {
+        if (!from.empty() && startsAt(s, at, from)) {
             out += to;
             at += from.size();
         } else {

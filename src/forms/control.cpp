@@ -46,7 +46,7 @@ void TextBox::enter() {
 }
 
 void Slider::moveTo(int value) {
-    const int clamped = std::clamp(value, Min.get(), Max.get());
+    const int clamped = std::max(Min.get(), std::min(value, Max.get()));
     if (!takesGestures() || clamped == Value.get()) {
         return;
     }

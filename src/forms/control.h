@@ -111,7 +111,7 @@ struct FloodPanel : Control {
 };
 
 /// Fires its handler every `Interval` milliseconds while enabled and its form is loaded; an interval of 0 stops it.
-/// Setting the interval, to an equal value too, leaves a running count alone.
+/// Setting the interval to an equal value leaves a running count alone; another value starts it anew.
 class Timer {
 public:
     Timer(Form& form, std::string name, int intervalMs, std::function<void()> handler);

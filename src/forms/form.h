@@ -84,6 +84,7 @@ private:
     Windows& windows_;
     std::string name_;
     bool loaded_ = false;
+    bool unloading_ = false;
     std::shared_ptr<const void> life_ = std::make_shared<char>();
     std::vector<std::shared_ptr<void>> companions_;
     std::vector<Control*> controls_;

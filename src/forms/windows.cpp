@@ -53,9 +53,9 @@ Form* Windows::load(std::string_view name) {
         return nullptr;
     }
     const Depth depth(*this);
-    auto& slot = loaded_[std::string(name)];
-    slot = factory->second(*this);
-    Form& form = *slot;
+    auto made = factory->second(*this);
+    Form& form = *made;
+    loaded_[std::string(name)] = std::move(made);
     form.loaded_ = true;
     if (onLoaded) {
         onLoaded(form);
@@ -88,24 +88,21 @@ void Windows::hide(std::string_view name) {
 
 void Windows::unload(std::string_view name) {
     const auto it = loaded_.find(name);
-    if (it == loaded_.end()) {
+    if (it == loaded_.end() || it->second->unloading_) {
         return;
     }
     const Depth depth(*this);
     Form& form = *it->second;
+    form.unloading_ = true;
     form.Form_Unload();
-    const auto again = loaded_.find(name);
-    if (again == loaded_.end() || again->second.get() != &form) {
-        return;  // its own Form_Unload took it away
-    }
     form.Visible = false;
     form.loaded_ = false;
     std::for_each(form.timers_.begin(), form.timers_.end(), [](Timer* t) { t->disarm(); });
     if (onUnloaded) {
         onUnloaded(form);
     }
-    unloaded_.push_back(std::move(again->second));
-    loaded_.erase(again);
+    unloaded_.push_back(std::move(it->second));
+    loaded_.erase(it);
 }
 
 void Windows::unloadAll() {

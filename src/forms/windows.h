@@ -27,7 +27,7 @@ public:
     /// Loads, shows and activates a window; one that is shown already comes to the front.
     void show(std::string_view name);
     void hide(std::string_view name);
-    /// Runs `Form_Unload` and takes the window away. Its object lives until no handler runs any more.
+    /// Runs `Form_Unload`, once, and takes the window away. Its object lives until no handler runs any more.
     void unload(std::string_view name);
     void unloadAll();
 

@@ -139,7 +139,7 @@ void Load1st::findDriveTypes() {
         const auto type = static_cast<std::int16_t>(context_.drives.type(letter));
         state.driveTypes.at(static_cast<std::size_t>(letter - 'A')) = type;
         if (type == cdRomType) {
-            state.lastCdDriveLetter = letter;
+            state.lastCdDriveLetter = static_cast<unsigned char>(letter);
         }
     }
 }

@@ -8,7 +8,7 @@
 namespace tessarel::shell {
 namespace {
 
-constexpr std::size_t longestText = 1024 * 1024;
+constexpr std::size_t longestText = std::size_t{1024} * 1024;
 
 // Fills fields from a file of `dataDir`; false when it is missing, unreadable or too short.
 template <class Fields>

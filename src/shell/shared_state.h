@@ -22,8 +22,8 @@ struct FontRecord {
     bool operator==(const FontRecord&) const = default;
 };
 
-/// All that the settings files say. Written at start, by whoever rewrites a file, and by nobody else.
-struct Settings {
+/// All that the settings files say, in their order. Written at start, by whoever rewrites a file, and by nobody else.
+struct Settings {  // NOLINT(clang-analyzer-optin.performance.Padding)
     // TSLWIN.INI
     std::string dataDir;  ///< no trailing back-slash
     std::string cdDrive;  ///< root path; moves while the user cycles through drives

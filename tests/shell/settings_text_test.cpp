@@ -238,7 +238,8 @@ TEST(SettingsText, AQuoteLeftOpenTakesTheRestOfTheFile) {
 }
 
 TEST(SettingsText, LinesBeyondTheLastAreNotLookedAt) {
-    SequentialReader in(tslwin1 + "\"more\"\r\n1\r\n");
+    const auto longer = tslwin1 + "\"more\"\r\n1\r\n";
+    SequentialReader in(longer);
     Settings s;
     EXPECT_TRUE(readTslwin1(in, s));
     EXPECT_EQ(s.volumeMode, 5);

@@ -139,12 +139,13 @@ CommandLine commandLine(const std::vector<std::string>& words, const std::string
 std::string helpText() {
     return R"(Usage: tessarel [OPTION...] [FILE | WORD]
 
-Plays audio CDs and disc images, and starts the programs of CD-ROMs.
+Plays audio CDs and disc images.
 
 FILE is a disc image (.cue .toc .nrg .iso .bin .img), which is put into the
-first CD-ROM drive, a program, or the track file of an audio CD. WORD names
-the first window: AUDIOCD, CDROMLIB, RDLIB, MEDIA, or CDLITE for none until
-there is a disc. Without either, the settings choose it.
+first CD-ROM drive, a program to start, or the track file of an audio CD.
+WORD names the first window: AUDIOCD for the player, CDROMLIB for the window
+that waits for a disc, CDLITE for none until there is a disc. Without either,
+the settings choose it.
 
 Options:
   --home DIR             keep drive C: and all settings in DIR

@@ -87,7 +87,7 @@ void SampleCd::showPlaying() {
     player.markA = 190;
     player.markB = 700;
     record.discFileId = "00412907";
-    for (auto* label : {&face.trackDigits, &face.timeText, &face.discLamp, &face.recordLamp}) {
+    for (auto* label : {&face.trackDigits, &face.timeText, &face.discLamp, &face.recordLamp, &face.abLamp}) {
         label->ForeColor = 65280;
     }
     face.repeatLamp.ForeColor = 0xFFFF00;

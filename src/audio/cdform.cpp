@@ -136,6 +136,9 @@ void CDForm::setUpFace() {
     for (auto* label : {&face.trackDigits, &face.timeText, &face.leftFigure, &face.rightFigure}) {
         label->FontName = readoutFont;
     }
+    for (auto* label : {&face.trackDigits, &face.timeText, &face.timeCaption, &face.timeColon, &face.upperLine, &face.lowerLine}) {
+        label->ForeColor = color(0);
+    }
     face.discLamp.Caption = std::string("DISC");
     face.discLamp.ForeColor = color(0);
     face.programLamp.Caption = std::string("Pgm Stored");

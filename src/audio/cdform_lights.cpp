@@ -40,6 +40,10 @@ void CDForm::setCells(int from, int to, Color color) {
 }
 
 void CDForm::paintCells() {
+    // Before the first play the digits are the disc's count of tracks: the cells stay as the load has lit them.
+    if (player_.playMode == wholeDisc && player_.playStarted == 0) {
+        return;
+    }
     const int shown = digits();
     for (int track = 1; track <= gridCells; ++track) {
         forms::Label& cell = face.cellNumbers[track - 1];

@@ -201,6 +201,15 @@ TEST_F(Discs, ADiscOfMoreThanTwentyTracksFillsTheGridAndLightsItsMarker) {
     EXPECT_EQ(face().cellCaps[19].ForeColor, colors::black);
 }
 
+TEST_F(Discs, BeforeTheFirstPlayAllTracksOfTheDiscAreLit) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.run(1s);
+    for (int track = 1; track <= 5; ++track) {
+        EXPECT_EQ(face().cellNumbers[track - 1].ForeColor, panelColor(0)) << track;
+    }
+    EXPECT_EQ(face().cellNumbers[5].ForeColor, panelColor(6));
+}
+
 TEST_F(Discs, ADiscOfTwentyTracksLeavesTheMarkerDim) {
     machine.openPlayer(fakes::makeDisc(20, 60));
     EXPECT_EQ(face().cellNumbers[audio::moreTracksMarker].ForeColor, panelColor(6));

@@ -411,7 +411,7 @@ TEST_F(Player, TheKeypadsLastNumberPlaysNothing) {
 }
 
 TEST_F(Player, AfterTheKeypadTheCellsAreDimUnlessRepeatIsOn) {
-    open(25);
+    playing(25);
     keypad("3");
     EXPECT_EQ(face().cellNumbers[0].ForeColor, panelColor(6));
     machine.run(200ms);

@@ -123,7 +123,8 @@ void CdFormView::addReadout() {
     auto* digits = new SegmentDisplay(theme(), this, QStringLiteral("88"), 44);
     digits->place(QRectF(glassLeft, 84, 70, 44), 9);
     bind(*digits, face.trackDigits);
-    auto* caption = new GlassLabel(theme(), this, {.size = 10, .spacing = 1.5, .color = palette::glassText, .upperCase = true});
+    auto* caption = new GlassLabel(
+        theme(), this, {.size = 10, .spacing = 1.5, .color = palette::glassText, .upperCase = true, .ownColor = true});
     caption->place(QRectF(160, 64, 100, 17), 3);
     bind(*caption, face.timeCaption);
     auto* time = new SegmentDisplay(theme(), this, QStringLiteral("88:88"), 44);
@@ -277,11 +278,8 @@ void CdFormView::addFunctionKeys() {
         if (i == audio::functionKeys::repeat) {
             made.setCheckable();
             made.setAccent(QColor(palette::cyan));
-            made.keep(face.repeatLamp.ForeColor.onChange([this, &made](Color color) {
-                const auto accent = theme().accent(color);
-                made.setAccent(accent.color);
-                made.setLit(accent.lit);
-            }));
+            made.keep(face.repeatLamp.ForeColor.onChange(
+                [this, &made](Color) { made.setLit(parts_.player.repeatOn == 1); }));  // the lamp says "PAUSE" at times
         }
     }
 }

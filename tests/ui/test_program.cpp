@@ -63,6 +63,8 @@ TEST_F(ProgramOnScreen, ADiscIsPlayedPausedAndStoppedByTheMouse) {
     click("icntla(3)");
     machine.run(1s);
     EXPECT_FALSE(machine.sounding());
+    auto* repeat = dynamic_cast<ui::Key*>(views.find("CDForm")->findChild<QWidget*>("Image10(3)"));
+    EXPECT_FALSE(repeat->lit()) << "the lamp that says PAUSE is not that of the key";
     savePicture("CDForm", "program-paused");
     click("icntla(4)");
     machine.run(1s);

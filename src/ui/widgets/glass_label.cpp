@@ -24,7 +24,9 @@ void GlassLabel::setShrink(double factor) {
 
 QFont GlassLabel::textFont() const { return theme().font(textSize(), style_.weight, style_.spacing); }
 
-QColor GlassLabel::textColor() const { return fore() == colors::white ? QColor(style_.color) : theme().accent(fore()).color; }
+QColor GlassLabel::textColor() const {
+    return style_.ownColor || fore() == colors::white ? QColor(style_.color) : theme().accent(fore()).color;
+}
 
 QString GlassLabel::shownText() const {
     const QString line = caption().simplified();

@@ -13,6 +13,7 @@ public:
         QRgb color = palette::softGreen;  ///< while the label has its plain colour
         Qt::AlignmentFlag anchor = Qt::AlignLeft;
         bool upperCase = false;
+        bool ownColor = false;  ///< whatever colour the label has
     };
 
     GlassLabel(const Theme& theme, QWidget* parent, Style style);

@@ -1,8 +1,8 @@
-#include "forms/form.h"
+#include "forms/windows.h"
 
 #include <algorithm>
 
-#include "forms/windows.h"
+#include "forms/form.h"
 
 namespace tessarel::forms {
 

@@ -3,6 +3,24 @@
 #include "ui/pad_accessible.h"
 
 namespace tessarel::ui {
+namespace {
+
+/// Lives as long as its form, and takes the form's window along.
+struct Companion {
+    explicit Companion(QPointer<FormWindow> itsWindow) : window(std::move(itsWindow)) {}
+    ~Companion() {
+        if (window != nullptr) {
+            window->sever();
+            window->deleteLater();
+        }
+    }
+    Companion(const Companion&) = delete;
+    Companion& operator=(const Companion&) = delete;
+
+    QPointer<FormWindow> window;
+};
+
+}  // namespace
 
 Views::Views(forms::Windows& windows) : windows_(windows) {
     installPadAccessibility();
@@ -38,12 +56,7 @@ void Views::onLoaded(forms::Form& form) {
     }
     const QPointer<FormWindow> pointer = window.release();
     shown_[form.name()] = pointer;
-    form.hold(std::shared_ptr<void>(nullptr, [pointer](void*) {
-        if (pointer != nullptr) {
-            pointer->sever();
-            pointer->deleteLater();
-        }
-    }));
+    form.hold(std::make_shared<Companion>(pointer));
 }
 
 void Views::onUnloaded(forms::Form& form) {

@@ -80,7 +80,8 @@ QImage blurred(const QImage& shape, const QColor& color, double deviation) {
     for (int y = 0; y < height; ++y) {
         auto* out = reinterpret_cast<QRgb*>(light.scanLine(y));
         for (int x = 0; x < width; ++x) {
-            const auto a = static_cast<int>(alpha[static_cast<std::size_t>(y * width + x)]);
+            const auto a = static_cast<int>(
+                alpha[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x)]);
             out[x] = qPremultiply(qRgba(color.red(), color.green(), color.blue(), a));
         }
     }

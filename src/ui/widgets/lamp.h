@@ -4,7 +4,7 @@
 namespace tessarel::ui {
 
 /// A lamp that tells a state in words: filled and bright when lit, an outline when not.
-class Lamp : public LabelPad {
+class Lamp final : public LabelPad {
 public:
     /// `text` stands on it for good; an empty one gives way to the label's caption.
     Lamp(const Theme& theme, QWidget* parent, const QString& text);

@@ -60,22 +60,22 @@ void SegmentDisplay::drawSegments(QPainter& painter, const QString& text) {
     const QColor lit = theme().accent(fore()).color;
     painter.translate(design().right(), design().bottom());
     painter.scale(fit, fit);
-    double x = 0;
-    for (auto c = ghost.rbegin(); c != ghost.rend(); ++c) {
-        x -= glyph(*c).advance;
-        painter.fillPath(glyph(*c).path.translated(x, 0), QColor(0x1f, 0x4a, 0x36, 0x59));
+    double x = -width(ghost);
+    for (const QChar c : ghost) {
+        painter.fillPath(glyph(c).path.translated(x, 0), QColor(0x1f, 0x4a, 0x36, 0x59));
+        x += glyph(c).advance;
     }
-    x = 0;
-    for (auto c = text.rbegin(); c != text.rend(); ++c) {
-        const auto& shape = glyph(*c);
-        x -= shape.advance;
+    x = -width(text);
+    for (const QChar c : text) {
+        const auto& shape = glyph(c);
         painter.save();
         painter.translate(x, 0);
-        if (*c != u' ') {
-            theme().paintGlow(painter, shape.path, lit, QStringLiteral("digit%1 %2").arg(*c).arg(size_));
+        if (c != u' ') {
+            theme().paintGlow(painter, shape.path, lit, QStringLiteral("digit%1 %2").arg(c).arg(size_));
         }
         painter.fillPath(shape.path, lit);
         painter.restore();
+        x += shape.advance;
     }
 }
 

@@ -4,7 +4,7 @@
 namespace tessarel::ui {
 
 /// A cell of the track grid: its number, lit while the track is still to come, bright while it is the current one.
-class TrackCell : public LabelPad {
+class TrackCell final : public LabelPad {
 public:
     TrackCell(const Theme& theme, QWidget* parent, int number);
 

@@ -187,8 +187,11 @@ fs::path firstFolder(const fs::path& binaries, const fs::path& beside, const fs:
 
 Installation findInstallation(const fs::path& program) {
     const auto binaries = program.parent_path();
+    std::error_code ignored;
+    // Where it was built, the companions lie beside the program; installed, they have a folder of their own.
+    const bool built = fs::is_directory(binaries / "share/tessarel", ignored);
     return {firstFolder(binaries, "share/tessarel", "share/tessarel", TESSAREL_INSTALLED_DATA),
-            firstFolder(binaries, "companions", "libexec/tessarel", TESSAREL_INSTALLED_COMPANIONS)};
+            built ? binaries : firstFolder(binaries, "companions", "libexec/tessarel", TESSAREL_INSTALLED_COMPANIONS)};
 }
 
 Result<std::string> listDrives(const Options& options) {

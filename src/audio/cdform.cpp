@@ -189,7 +189,10 @@ void CDForm::Form_Activate() {
 }
 
 void CDForm::Form_KeyDown(int keyCode, int /*shift*/) {
-    if (keyCode == forms::keys::escape) {
+    if (keyCode == forms::keys::escape && face.keypadEntry.Visible) {
+        face.keypadEntry.Text = std::string();
+        face.keypadEntry.Visible = false;
+    } else if (keyCode == forms::keys::escape) {
         Image5_MouseUp();
     } else if (keyCode == forms::keys::f1 || keyCode == forms::keys::help) {
         context_.state.helpTopic = playerHelp;

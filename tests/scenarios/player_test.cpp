@@ -421,6 +421,15 @@ TEST_F(Player, AfterTheKeypadTheCellsAreDimUnlessRepeatIsOn) {
     EXPECT_EQ(face().cellNumbers[0].ForeColor, panelColor(4));
 }
 
+TEST_F(Player, EscapeLeavesTheKeypadAndNotTheProgram) {
+    open(25);
+    face().Image16[programKeys::keypad].press();
+    face().keypadEntry.Text = std::string("2");
+    EXPECT_FALSE(fakes::endsProcess([this] { machine.player().Form_KeyDown(forms::keys::escape, 0); }));
+    EXPECT_FALSE(face().keypadEntry.Visible);
+    EXPECT_EQ(face().keypadEntry.Text.get(), "");
+}
+
 // ---- Seeking and marks ----
 
 TEST_F(Player, APressOnTheBarJumpsInsideTheTrack) {

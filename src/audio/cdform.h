@@ -120,6 +120,7 @@ private:
     void pressEject();
     void startSequence(int track);
     void launch(int track);
+    void takeSoundsEnd();
 
     // cdform_lights.cpp
     enum class Transport { stopped, playing, paused, noDisc };

@@ -84,8 +84,8 @@ std::string CDForm::lengthOf(int track) const {
 void CDForm::updateTimeDisplay(int track, const std::string& position) {
     if (player_.playStarted < 1) {
         player_.playStarted = 1;
-        player_.currentTrack = 1;
-        face.trackDigits.Caption = std::string("1");
+        player_.currentTrack = static_cast<std::int16_t>(MMControl1.firstAudioTrackFrom(1));
+        face.trackDigits.Caption = std::to_string(player_.currentTrack);
     }
     if (track > player_.discTrackCount) {
         return;
@@ -141,8 +141,8 @@ void CDForm::applyTrackEnd() {
 }
 
 void CDForm::wrapToFirst() {
-    player_.currentTrack = 1;
-    startSequence(1);
+    player_.currentTrack = static_cast<std::int16_t>(MMControl1.firstAudioTrackFrom(1));
+    startSequence(player_.currentTrack);
     setCells(1, player_.gridTrackCount, color(0));
 }
 

@@ -45,10 +45,10 @@ void CDForm::startTrack() {
     player_.pausedPosition = 0;
     player_.playStarted = 1;
     refreshTimeCaption();
-    const int track = player_.pickedTrackIndex + 1;
-    if (track < 1 || track > player_.discTrackCount) {
+    if (player_.pickedTrackIndex < 0 || player_.pickedTrackIndex >= player_.discTrackCount) {
         return;
     }
+    const int track = MMControl1.firstAudioTrackFrom(player_.pickedTrackIndex + 1);
     face.timeText.Caption = std::string("00:00");
     player_.programIndex = 0;
     if (player_.playMode == programmed) {

@@ -99,8 +99,8 @@ bool CDForm::autoPlay() {
     }
     player_.playingFlag = 1;
     player_.playLaunched = 1;
-    player_.currentTrack = 1;
-    launch(1);
+    player_.currentTrack = static_cast<std::int16_t>(MMControl1.firstAudioTrackFrom(1));
+    launch(player_.currentTrack);
     refreshTimeCaption();
     if (state.runMode == "CDLITE") {
         WindowState = forms::WindowState::minimised;

@@ -88,6 +88,7 @@ void CDForm::MMControl1_PlayClick() {
     if (player_.currentTrack < 1 || player_.currentTrack > player_.discTrackCount) {
         player_.currentTrack = 1;
     }
+    player_.currentTrack = static_cast<std::int16_t>(MMControl1.firstAudioTrackFrom(player_.currentTrack));
     face.trackDigits.Caption = std::to_string(player_.currentTrack);
     Timer2.Interval = pulseMs;
     player_.discFinished = 0;
@@ -312,6 +313,20 @@ void CDForm::launch(int track) {
 void CDForm::MMControl1_PlayCompleted(int code) {
     if (code == deviceError::hardware) {
         MMControl1.Command("Close");
+    } else if (code == deviceError::none && player_.playingFlag == 1) {
+        takeSoundsEnd();
+    }
+}
+
+// The device has no more sound to play, and the time updates have not seen it: the last tracks are data, or a correction has put
+// the end of the track behind it.
+void CDForm::takeSoundsEnd() {
+    if (player_.playMode != wholeDisc) {
+        player_.playLaunched = 0;
+    } else if (player_.repeatOn == 1) {
+        wrapToFirst();
+    } else if (player_.currentTrack <= player_.discTrackCount) {
+        player_.currentTrack = static_cast<std::int16_t>(player_.discTrackCount + 1);
     }
 }
 

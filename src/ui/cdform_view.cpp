@@ -311,7 +311,11 @@ void CdFormView::addTransport() {
         return made;
     };
     for (int i = 0; i < audio::transport::count; ++i) {
-        bindCovers(*make(transport.at(static_cast<std::size_t>(i))), face.icntla[i], face.icntlc[i], face.icntlb[i]);
+        Key& key = *make(transport.at(static_cast<std::size_t>(i)));
+        bindCovers(key, face.icntla[i], face.icntlc[i], face.icntlb[i]);
+        if (i == audio::transport::play) {
+            key.setFocus(Qt::OtherFocusReason);  // where the keyboard starts
+        }
     }
     for (int i = 0; i < audio::seekKeys::count; ++i) {
         bindCovers(*make(seek.at(static_cast<std::size_t>(i))), face.scntla[i], face.scntlc[i], face.scntlb[i]);

@@ -21,6 +21,22 @@ inline std::shared_ptr<const platform::CdToc> makeToc(const std::vector<Frames>&
     return toc;
 }
 
+/// The same disc with its last track as data.
+inline std::shared_ptr<const platform::CdToc> withDataAtTheEnd(const std::shared_ptr<const platform::CdToc>& disc) {
+    auto toc = std::make_shared<platform::CdToc>(*disc);
+    toc->tracks.back().audio = false;
+    return toc;
+}
+
+/// Where the last sound of a disc ends.
+inline Frames soundEnd(const platform::CdToc& toc) {
+    Frames end = 0;
+    for (const auto& track : toc.tracks) {
+        end = track.audio ? track.start + track.length : end;
+    }
+    return end;
+}
+
 /// A disc of `count` tracks of the same length in seconds.
 inline std::shared_ptr<const platform::CdToc> makeDisc(int count, int secondsEach) {
     return makeToc(std::vector<Frames>(static_cast<std::size_t>(count), secondsEach * framesPerSecond));
@@ -105,7 +121,7 @@ private:
             const bool sounding = state_ == platform::CdState::playing && owner_.disc;
             halt(platform::CdState::stopped, "runOut");
             if (sounding) {
-                owner_.heard.back().second = owner_.disc->leadOut;
+                owner_.heard.back().second = soundEnd(*owner_.disc);
             }
         }
         void eject() override {
@@ -118,7 +134,7 @@ private:
                 return at_;
             }
             const auto elapsed = (owner_.scheduler_.now() - startedAt_).count() * framesPerSecond / 1000;
-            const Frames end = disc_ ? disc_->leadOut : startedFrom_;
+            const Frames end = disc_ ? soundEnd(*disc_) : startedFrom_;
             return std::min<Frames>(startedFrom_ + static_cast<Frames>(elapsed), end);
         }
 
@@ -128,7 +144,7 @@ private:
             }
             if (owner_.disc != disc_) {
                 end(platform::CdEnding::hardware);
-            } else if (disc_ && position() >= disc_->leadOut) {
+            } else if (disc_ && position() >= soundEnd(*disc_)) {
                 end(platform::CdEnding::endOfDisc);
             }
         }

@@ -633,6 +633,54 @@ TEST_F(Player, InTheOtherTimeModesTheEndOfTheDiscDoesNotEject) {
     EXPECT_FALSE(machine.sounding());
 }
 
+TEST_F(Player, ADiscWhoseLastTrackIsDataEndsWithItsLastSound) {
+    machine.openPlayer(fakes::withDataAtTheEnd(fakes::makeDisc(4, 20)));
+    machine.press(transport::play);
+    machine.run(70s);
+    EXPECT_FALSE(machine.sounding());
+    EXPECT_EQ(machine.digits(), 0);
+    EXPECT_FALSE(lit(transport::play));
+    EXPECT_EQ(machine.world.cd.heard.back().second, 60 * 75);
+    machine.press(transport::play);
+    machine.run(2s);
+    EXPECT_EQ(position().track, 1);
+}
+
+TEST_F(Player, ADiscWhoseFirstTrackIsDataBeginsWithItsFirstSound) {
+    auto disc = std::make_shared<platform::CdToc>(*fakes::makeDisc(4, 20));
+    disc->tracks[0].audio = false;
+    machine.openPlayer(disc);
+    machine.press(transport::play);
+    machine.run(5s);
+    EXPECT_EQ(position().track, 2);
+    EXPECT_EQ(machine.digits(), 2);
+    machine.run(20s);
+    EXPECT_EQ(machine.digits(), 3);
+    machine.pick(1);
+    EXPECT_EQ(machine.digits(), 2);
+    EXPECT_EQ(position().track, 2);
+}
+
+TEST_F(Player, WithRepeatADiscWhoseLastTrackIsDataBeginsAgainAfterItsLastSound) {
+    machine.openPlayer(fakes::withDataAtTheEnd(fakes::makeDisc(4, 20)));
+    repeatOn();
+    machine.press(transport::play);
+    machine.run(65s);
+    EXPECT_TRUE(machine.sounding());
+    EXPECT_EQ(position().track, 1);
+    EXPECT_EQ(machine.digits(), 1);
+}
+
+TEST_F(Player, ASingleTrackWhoseCorrectedEndLiesBehindTheDiscsEndStillEnds) {
+    open(2, 20);
+    machine.program.record.timeCorrection = 5;
+    machine.choose(modeKeys::single);
+    machine.pick(2);
+    machine.run(30s);
+    EXPECT_FALSE(machine.sounding());
+    EXPECT_EQ(machine.digits(), 0);
+}
+
 TEST_F(Player, ADiscWithATimeCorrectionWaitsThreeSecondsAtEachBoundary) {
     open(4, 30);
     machine.program.record.timeCorrection = 1;

@@ -1,5 +1,7 @@
 #include "audio/device/mm_control.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 
 namespace tessarel::audio {
@@ -135,6 +137,17 @@ std::shared_ptr<const platform::CdToc> MMControl::toc() const { return open_ ? p
 int MMControl::Tracks() const {
     const auto disc = toc();
     return disc ? static_cast<int>(disc->tracks.size()) : 0;
+}
+
+int MMControl::firstAudioTrackFrom(int track) const {
+    const auto disc = toc();
+    const int count = disc ? static_cast<int>(disc->tracks.size()) : 0;
+    for (int n = std::max(track, 1); n <= count; ++n) {
+        if (disc->tracks[static_cast<std::size_t>(n - 1)].audio) {
+            return n;
+        }
+    }
+    return track;
 }
 
 std::int32_t MMControl::TrackLength() const {

@@ -67,6 +67,8 @@ public:
 
     int Mode() const;
     int Tracks() const;                  ///< 0 means no disc
+    /// The first track from this one on that holds sound; the track itself when none does.
+    int firstAudioTrackFrom(int track) const;
     std::int32_t TrackLength() const;    ///< packed MSF of the selected track
     std::int32_t Length() const;         ///< packed MSF of the whole disc
     std::int32_t Position() const;       ///< packed TMSF; the last one known when there is no disc

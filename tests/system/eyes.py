@@ -14,14 +14,14 @@ def open_eyes(desktop):
     os.environ.pop("AT_SPI_BUS_ADDRESS", None)
     import gi
     gi.require_version("Atspi", "2.0")
-    from gi.repository import Atspi
+    from gi.repository import Atspi, GLib
     Atspi.set_timeout(int(PATIENCE * 1000), int(PATIENCE * 1000))
-    return Eyes(Atspi)
+    return Eyes(Atspi, GLib.Error)
 
 
 class Eyes:
-    def __init__(self, atspi):
-        self._atspi = atspi
+    def __init__(self, atspi, gone):
+        self._atspi, self._gone = atspi, gone
         atspi.get_desktop(0).set_cache_mask(atspi.Cache.NONE)
 
     def _application(self, pid):
@@ -56,6 +56,10 @@ class Eyes:
         found = [node for node in self.all(running) if _or(False, lambda: node.get_state_set().contains(state))]
         return found[-1] if found else None
 
+    def role_of_focused(self, running):
+        here = self.focused(running)
+        return None if here is None else _or(None, here.get_role_name)
+
     def focusable(self, running):
         """The controls that can have the keyboard now."""
         kinds = self._atspi.StateType
@@ -86,6 +90,12 @@ class Eyes:
         node.get_component_iface().grab_focus()
         wait_for(f'the keyboard on "{name}"', lambda: self.focused(running) == node)
         running.desktop.key("space")
+
+    def answer(self, running, button):
+        """Presses a button of a box. What comes of it may be the program's end, so that nobody confirms the press."""
+        node = self.find(running, button)
+        with contextlib.suppress(self._gone):
+            node.get_action_iface().do_action(self.actions(node).index("Press"))
 
     def place(self, node):
         """x, y, width and height on the screen."""

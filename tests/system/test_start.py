@@ -76,8 +76,7 @@ class BrokenSettings(unittest.TestCase):
         home.file("TSLWIN.INI").unlink()
         with desktop.running(home=home) as running:
             self.assertEqual(sight.message(running), PROMPT)
-            running.focus()
-            desktop.key("Escape")
+            sight.answer(running, "Cancel")
             self.assertEqual(running.await_end(), 0)
 
     def test_whose_first_file_is_spoilt_ask_for_the_folder(self):
@@ -86,8 +85,7 @@ class BrokenSettings(unittest.TestCase):
             home.file("TSLWIN.INI").write_bytes(SPOILT[kind])
             with self.subTest(kind), desktop.running(home=home) as running:
                 self.assertEqual(sight.message(running), PROMPT)
-                running.focus()
-                desktop.key("Escape")
+                sight.answer(running, "Cancel")
                 self.assertEqual(running.await_end(), 0)
 
     def test_whose_first_file_names_no_folder_say_that_there_is_no_set_up(self):
@@ -95,8 +93,7 @@ class BrokenSettings(unittest.TestCase):
         home.file("TSLWIN.INI").write_bytes(SPOILT["not UTF-8"])
         with desktop.running(home=home) as running:
             self.assertIn("Unable to start cdsetup.exe INITSETUP.", sight.message(running))
-            running.focus()
-            desktop.key("Return")
+            sight.answer(running, "OK")
             self.assertEqual(running.await_end(), 0)
 
     def test_without_the_second_file_start_the_first_set_up_in_the_data_directory(self):
@@ -149,8 +146,7 @@ class AFullDisk(unittest.TestCase):
         home = Home(self.disk / "home")
         with desktop.running(home=home) as running:
             self.assertIn("space", sight.message(running).lower())
-            running.focus()
-            desktop.key("Return")
+            sight.answer(running, "OK")
             self.assertEqual(running.await_end(), 1)
             self.assertIn("space", running.said().lower())
         self.assertFalse(home.drive.exists(), "half a home was left")
@@ -166,7 +162,7 @@ class AFullDisk(unittest.TestCase):
             running.focus()
             sight.press_without_waiting(running, "Time mode")  # it would be kept
             self.assertIn("Unable to save", sight.message(running))
-            desktop.key("Return")
+            sight.answer(running, "OK")
             wait_for("the player alone", lambda: len(running.windows()) == 1)
             self.assertTrue(running.up())
         self.assertEqual({file: file.read_bytes() for file in home.data.glob("*.INI")}, before)
@@ -178,8 +174,7 @@ class ARefusedImage(unittest.TestCase):
             said = sight.message(running)
             for word in words:
                 self.assertIn(word, said)
-            running.focus()
-            desktop.key("Return")
+            sight.answer(running, "OK")
             wait_for("the waiting window", lambda: WAITING in sight.names(running))
             self.assertIn(words[0], running.said())
             self.assertEqual(running.close_by_escape(), 0)

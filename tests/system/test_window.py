@@ -76,28 +76,26 @@ class TheWaitingWindow(unittest.TestCase):
 
     def test_takes_an_image_from_the_file_dialog(self):
         with desktop.running() as running:
-            running.focus()
-            sight.press_without_waiting(running, "Insert disc image...")
-            wait_for("the dialog", lambda: "File name:" in " ".join(sight.names(running)))
-            wait_for("its window", lambda: len(running.windows()) == 2)
-            desktop.run("xdotool", "type", "--delay", "5", str(disc.cue))
-            desktop.key("Return")
+            self.choose(running, disc.cue)
             await_player(running)
 
     def test_tells_why_a_chosen_file_is_no_disc(self):
         wrong = desktop.new_folder() / "wrong.cue"
         wrong.write_text('FILE "nowhere.bin" BINARY\n  TRACK 01 AUDIO\n    INDEX 01 00:00:00\n', encoding="utf-8")
         with desktop.running() as running:
-            running.focus()
-            sight.press_without_waiting(running, "Insert disc image...")
-            wait_for("the dialog", lambda: "File name:" in " ".join(sight.names(running)))
-            wait_for("its window", lambda: len(running.windows()) == 2)
-            desktop.run("xdotool", "type", "--delay", "5", str(wrong))
-            desktop.key("Return")
+            self.choose(running, wrong)
             self.assertIn("nowhere.bin", wait_for("the reason", lambda: reason(running)))
-            desktop.key("Return")
+            sight.answer(running, "OK")
             wait_for("the waiting window alone", lambda: len(running.windows()) == 1)
             self.assertTrue(running.up())
+
+    def choose(self, running, file):
+        """By the keyboard, as the dialog has it: the name, and Enter."""
+        running.focus()
+        sight.press_without_waiting(running, "Insert disc image...")
+        wait_for("the dialog's box for the name", lambda: sight.role_of_focused(running) == "text")
+        desktop.run("xdotool", "type", "--delay", "5", str(file))
+        desktop.key("Return")
 
 
 def reason(running):

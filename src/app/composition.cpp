@@ -128,7 +128,7 @@ private:
                                       {[](const std::string& path) { return isFile(path); }, host::looksLikeDiscImage,
                                        [this](const std::string& path) { return files_.programPath(path); }});
         if (line.image) {
-            insertions.push_back({firstDiscDrive(drives_), *line.image});
+            insertions.push_back({program_.discDrive(firstDiscDrive(drives_)), *line.image});
         }
         for (const auto& refusal : insertAll(drives_, insertions)) {
             report(refusal);

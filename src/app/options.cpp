@@ -23,7 +23,7 @@ std::string defaultHome(const Surroundings& surroundings) {
     if (surroundings.dataHome.starts_with('/')) {
         return surroundings.dataHome + "/tessarel";
     }
-    return surroundings.home + "/.local/share/tessarel";
+    return surroundings.home.empty() ? std::string() : surroundings.home + "/.local/share/tessarel";
 }
 
 Result<Insertion> insertion(const std::string& value, const std::string& workingDirectory) {
@@ -55,6 +55,9 @@ public:
             } else if (auto taken = option(argument); !taken) {
                 return tl::unexpected(taken.error());
             }
+        }
+        if (options_.home.empty()) {
+            return refusal("There is no home folder to keep things in. Set HOME, or name a folder with --home.");
         }
         return std::move(options_);
     }

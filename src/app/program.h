@@ -37,8 +37,12 @@ public:
     /// Runs the start-up form, which opens the first window. May end the process by platform::endProcess.
     void start(const std::string& commandLine);
 
+    /// The drive letter that the settings name for discs, read ahead of `start`; `otherwise` when they name none.
+    char discDrive(char otherwise) const;
+
 private:
     void declareWindows();
+    void openWaitingWindow();
 
     shell::Context context_;
     std::string commandLine_;

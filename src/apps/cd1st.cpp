@@ -19,17 +19,18 @@ namespace {
 constexpr int pollMs = 300;
 constexpr std::int16_t generalHelp = 0;
 constexpr const char* imageFilter =
-    "Disc images (*.cue; *.toc; *.nrg; *.iso)|*.cue;*.toc;*.nrg;*.iso|All files (*.*)|*.*";
+    "Disc images (*.cue; *.toc; *.nrg; *.iso; *.bin; *.img)|*.cue;*.toc;*.nrg;*.iso;*.bin;*.img|All files (*.*)|*.*";
 
-DiscFeatures featuresOf(const shell::SharedState& state) { return {state.cdRomEnabled == 1, state.audioCdEnabled == 1}; }
+DiscFeatures featuresOf(const shell::SharedState& state) { return {state.cdRomEnabled, state.audioCdEnabled}; }
 
 }  // namespace
 
-CD1st::CD1st(forms::Windows& windows, shell::Context context, audio::PlayerState& player)
+CD1st::CD1st(forms::Windows& windows, shell::Context context, audio::PlayerState& player, library::DiscRecord& record)
     : Form(windows, "CD1st"),
       Timer2(*this, "Timer2", pollMs, [this] { Timer2_Timer(); }),
       context_(context),
       player_(player),
+      record_(record),
       MMControl1(context.scheduler, context.cdPlayers, [&state = context.state] { return shell::driveLetter(state.cdDrive); }) {
     Caption = std::string("Tessarel");
     Width = 7800;
@@ -47,7 +48,18 @@ void CD1st::Form_Load() {
 
 void CD1st::Form_Activate() {
     shell::resetDiscState(context_.state);
+    player_.discTrackCount = 0;
+    forgetRecord();
     ZOrder();
+}
+
+// What was known of the last disc must not show with the next one. The time correction stays: a disc without images of its own
+// goes on with it.
+void CD1st::forgetRecord() {
+    library::DiscRecord blank;
+    blank.timeCorrection = record_.timeCorrection;
+    blank.defaultImageSet = record_.defaultImageSet;
+    record_ = blank;
 }
 
 void CD1st::Form_KeyDown(int keyCode, int /*shift*/) {
@@ -114,6 +126,7 @@ void CD1st::Timer2_Timer() {
             break;
         case DiscDecision::wrongKind:
         case DiscDecision::data:  // no window of this version takes data discs
+            context_.system.setPointer(platform::PointerShape::normal);
             cd1label();
             break;
     }
@@ -154,12 +167,13 @@ void CD1st::takeAudioDisc() {
     state.discKey = "Audio CD";
     if (state.activeTessarel == shell::Tessarel::cdRom) {
         windows().unload("CDROMer");
-    } else if (auto* window = windows().find<audio::Drawer>("CDForm")) {
-        windows().show("cdformbg");
+    }
+    if (auto* window = windows().find<audio::Drawer>("CDForm")) {
         if (window->drawerOpen()) {
             window->closedrawer();
         }
-        windows().unload("CDForm");
+        windows().show("cdformbg");
+        windows().unload("CDForm");  // one load of it serves one disc
     }
     state.discDrawerOpen = 0;
     windows().show("CDForm");

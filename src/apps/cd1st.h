@@ -7,6 +7,7 @@
 #include "audio/player_state.h"
 #include "forms/control.h"
 #include "forms/form.h"
+#include "library/disc_record.h"
 #include "shell/context.h"
 
 namespace tessarel::apps {
@@ -14,7 +15,7 @@ namespace tessarel::apps {
 /// The waiting room of the disc windows: asks for a disc, polls the drive, and opens the window that the disc is for.
 class CD1st : public forms::Form {
 public:
-    CD1st(forms::Windows& windows, shell::Context context, audio::PlayerState& player);
+    CD1st(forms::Windows& windows, shell::Context context, audio::PlayerState& player, library::DiscRecord& record);
 
     forms::Label firstLine{*this, "Label1", "What to do"};
     forms::Label secondLine{*this, "Label2", "Where to put it"};
@@ -42,10 +43,12 @@ private:
     DiscSigns lookIntoDrive(const DiscFeatures& features);
     void showNoDisc();
     void takeAudioDisc();
+    void forgetRecord();
     void insertImage(const std::string& path);
 
     shell::Context context_;
     audio::PlayerState& player_;
+    library::DiscRecord& record_;
     audio::MMControl MMControl1;
 };
 

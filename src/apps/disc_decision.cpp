@@ -12,7 +12,7 @@ DiscDecision decideDisc(const DiscFeatures& features, const DiscSigns& signs) {
     if (signs.firstEntry.ends_with(".CDA") || signs.tracks > 1) {
         return signs.tracks < 1 ? DiscDecision::wrongKind : DiscDecision::audio;
     }
-    return features.cdRom ? DiscDecision::data : DiscDecision::wrongKind;
+    return features.cdRomEnabled == 0 ? DiscDecision::wrongKind : DiscDecision::data;
 }
 
 WaitingLines waitingLines(const DiscFeatures& features) {

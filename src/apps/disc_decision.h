@@ -3,12 +3,13 @@
 
 namespace tessarel::apps {
 
-/// Which kinds of disc the settings let in.
+/// Which kinds of disc the settings let in: 1 for yes and 0 for no. Any other pair of values is neither of the two setups for
+/// one kind alone.
 struct DiscFeatures {
-    bool cdRom = false;
-    bool audioCd = false;
-    bool cdRomOnly() const { return cdRom && !audioCd; }
-    bool audioOnly() const { return audioCd && !cdRom; }
+    int cdRomEnabled = 0;
+    int audioCdEnabled = 0;
+    bool cdRomOnly() const { return cdRomEnabled == 1 && audioCdEnabled == 0; }
+    bool audioOnly() const { return cdRomEnabled == 0 && audioCdEnabled == 1; }
 };
 
 /// What a look at the drive has shown.

@@ -38,8 +38,8 @@ CDForm::CDForm(forms::Windows& windows, shell::Context context, PlayerState& pla
       player_(player),
       record_(record),
       volume_(context, volumeState,
-              {face.leftSlider, face.rightSlider, face.leftFigure, face.rightFigure, face.Image2[0], face.Image2[1], face.Image9[0],
-               face.Image9[1], face.sliderPanel, face.mixerButton}) {
+              {face.leftSlider, face.rightSlider, face.leftFigure, face.rightFigure, face.Image2[0], face.Image2[1],
+               face.Image9[0], face.Image9[1], face.sliderPanel, face.mixerButton}) {
     MMControl1.StatusUpdate = [this] { dispatch([this] { MMControl1_StatusUpdate(); }); };
     MMControl1.PlayCompleted = [this](int code) { dispatch([this, code] { MMControl1_PlayCompleted(code); }); };
     Width = 15600;
@@ -60,7 +60,7 @@ void CDForm::wireTransport() {
         face.scntlc[i].Visible = false;
     }
     for (auto* label : {&face.recordLamp, &face.timeCaption, &face.timeText, &face.timeColon}) {
-        label->Click = [this] { scntla_MouseUp(seekKeys::timeMode); };
+        label->Click = [this] { pressTimeMode(); };
     }
     face.statusBar.BarPressed = [this](forms::MouseButton, float x) { CDStatusBar_MouseDown(x); };
 }
@@ -88,7 +88,7 @@ void CDForm::wireWindow() {
     face.expandKey.Click = [this] { Image20_Click(); };
     face.minimiseKey.Click = [this] { Command3D14_Click(); };
     face.drawerPanel.Click = [this] { Panel3D7_Click(); };
-    face.mixerKey.Click = [this] { volume::launchMixer(context_); };
+    face.mixerKey.Click = [this] { startMixer(); };
 }
 
 void CDForm::Form_Load() {
@@ -106,12 +106,14 @@ void CDForm::Form_Load() {
     player_.playingFlag = 0;
     player_.pausedFlag = 0;
     player_.trackTimesReady = 0;
+    forgetShownTime();
     player_.discTrackCount = 0;
     player_.trackLengths.fill({});
     state.discSearchDormant = 0;
     state.discWindowActive = 1;
     setUpFace();
     restorePosition();
+    alwaysInFront = state.alwaysOnTop == 1;
     prepareDevice();
     if (openAudioDevice(MMControl1, context_.dialogs)) {
         loadAudioDisc();
@@ -120,9 +122,13 @@ void CDForm::Form_Load() {
     if (!state.runMode.empty() && state.runMode != "CDLITE") {
         takeRunModeTrack();
     } else if (state.audioOptions[3] == 1 && player_.mixerStarted == 0) {
-        player_.mixerStarted = 1;
-        volume::launchMixer(context_);
+        startMixer();
     }
+}
+
+void CDForm::startMixer() {
+    player_.mixerStarted = 1;
+    volume::launchMixer(context_);
 }
 
 void CDForm::prepareDevice() {
@@ -136,7 +142,8 @@ void CDForm::setUpFace() {
     for (auto* label : {&face.trackDigits, &face.timeText, &face.leftFigure, &face.rightFigure}) {
         label->FontName = readoutFont;
     }
-    for (auto* label : {&face.trackDigits, &face.timeText, &face.timeCaption, &face.timeColon, &face.upperLine, &face.lowerLine}) {
+    for (auto* label :
+         {&face.trackDigits, &face.timeText, &face.timeCaption, &face.timeColon, &face.upperLine, &face.lowerLine}) {
         label->ForeColor = color(0);
     }
     face.discLamp.Caption = std::string("DISC");
@@ -190,14 +197,18 @@ void CDForm::Form_Activate() {
 
 void CDForm::Form_KeyDown(int keyCode, int /*shift*/) {
     if (keyCode == forms::keys::escape && face.keypadEntry.Visible) {
-        face.keypadEntry.Text = std::string();
-        face.keypadEntry.Visible = false;
+        hideKeypad();
     } else if (keyCode == forms::keys::escape) {
         Image5_MouseUp();
     } else if (keyCode == forms::keys::f1 || keyCode == forms::keys::help) {
         context_.state.helpTopic = playerHelp;
         shell::showHelp(context_);
     }
+}
+
+void CDForm::hideKeypad() {
+    face.keypadEntry.Text = std::string();
+    face.keypadEntry.Visible = false;
 }
 
 void CDForm::restorePosition() { shell::placeForm(context_, *this, shell::cdFormPositionFile); }
@@ -224,6 +235,7 @@ void CDForm::handOverToWaitingWindow() {
     clrab();
     MMControl1.Command("stop");
     MMControl1.Command("close");
+    hideKeypad();
     player_.playingFlag = 0;
     player_.pausedFlag = 0;
     setTransport(Transport::noDisc);

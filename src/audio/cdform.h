@@ -94,6 +94,8 @@ private:
     void showWallpaperLamp();
     void disableWhatIsNotBuilt();
     void restorePosition();
+    void hideKeypad();
+    void startMixer();
     void handOverToWaitingWindow();
     void leaveForMainMenu();
     void showDiscInformation();
@@ -121,6 +123,7 @@ private:
     void startSequence(int track);
     void launch(int track);
     void takeSoundsEnd();
+    void forgetShownTime();
 
     // cdform_lights.cpp
     enum class Transport { stopped, playing, paused, noDisc };
@@ -141,7 +144,8 @@ private:
     void playRandom();
     void flipRepeat();
     void clearList();
-    bool enterIntoProgram(int track);
+    void enterIntoProgram(int track);
+    void leaveAsItSounds();
     void clearProgram();
     void saveProgram();
     void recallProgram();
@@ -167,6 +171,7 @@ private:
     // cdform_display.cpp
     void updateBar(const std::string& positionText);
     void applyTrackEnd();
+    void pressTimeMode();
     void pressMarks();
     void wrapToFirst();
     void discOver();
@@ -189,6 +194,7 @@ private:
     double lastBlink_ = 0;
     std::int32_t loadedLength_ = 0;  // of the disc that this load serves
     bool ranOut_ = false;            // the disc has come to its end by itself
+    bool soundsEnded_ = false;       // the device has said so, and the player has not acted on it yet
     bool drawerMoving_ = false;
 };
 

@@ -160,19 +160,15 @@ void CDForm::discOver() {
     player_.currentTrack = 0;
 }
 
-void CDForm::refreshTimeNow() {
-    updateTimeDisplay(unpackTmsf(MMControl1.Position()).track, positionText());
-}
+void CDForm::refreshTimeNow() { updateTimeDisplay(unpackTmsf(MMControl1.Position()).track, positionText()); }
 
 void CDForm::CDStatusBar_MouseDown(float x) {
     if (context_.state.discDrawerOpen == 1 || !isLit(transport::play)) {
         return;
     }
-    seekInTrack(MMControl1, lengthOf(player_.currentTrack), x, static_cast<float>(face.statusBar.Width),
-                player_.currentTrack);
-    player_.lastShownTrack = 0;
-    player_.lastShownSeconds = 0;
-    refreshTimeNow();
+    seekInTrack(MMControl1, lengthOf(player_.currentTrack), x, static_cast<float>(face.statusBar.Width), player_.currentTrack);
+    refreshTimeNow();  // still guarded: a jump back shows one second more before the digits follow
+    forgetShownTime();
 }
 
 void CDForm::scntla_MouseDown(int index) {
@@ -193,18 +189,25 @@ void CDForm::scntla_MouseUp(int index) {
         player_.seekKeyState = 0;
         return;
     }
-    if (context_.state.discDrawerOpen == 1 || player_.pausedFlag == 1) {
+    if (context_.state.discDrawerOpen == 1 || face.scntlb[index].Visible) {
         return;
     }
     if (index == seekKeys::timeMode) {
-        player_.lastShownTrack = 0;
-        player_.lastShownSeconds = 0;
-        context_.state.audioTimeMode = static_cast<std::int16_t>(nextTimeMode(context_.state.audioTimeMode));
-        shell::writeModeLast(context_);
-        refreshTimeCaption();
+        pressTimeMode();
+    } else if (player_.pausedFlag != 1) {
+        pressMarks();
+    }
+}
+
+void CDForm::pressTimeMode() {
+    if (context_.state.discDrawerOpen == 1 || player_.pausedFlag == 1) {
         return;
     }
-    pressMarks();
+    stopintro();
+    forgetShownTime();
+    context_.state.audioTimeMode = static_cast<std::int16_t>(nextTimeMode(context_.state.audioTimeMode));
+    shell::writeModeLast(context_);
+    refreshTimeCaption();
 }
 
 void CDForm::pressMarks() {

@@ -81,26 +81,31 @@ struct CDFormFace {
     forms::Label wallpaperLamp{form, "Label26", "Wallpaper"};
 
     // The track grid: the cells are pressed, the labels on them show number and state, `cellCaps` turn grey on dead cells.
-    forms::ControlArray<forms::Label> cellNumbers{form, "Label22", gridCells + 1, [](int i) {
-                                                      return i == moreTracksMarker ? std::string("More tracks")
-                                                                                   : "Track " + std::to_string(i + 1);
-                                                  }};
+    forms::ControlArray<forms::Label> cellNumbers{
+        form, "Label22", gridCells + 1,
+        [](int i) { return i == moreTracksMarker ? std::string("More tracks") : "Track " + std::to_string(i + 1); }};
     forms::ControlArray<forms::Picture> cells{form, "Image17", gridCells,
                                               [](int i) { return "Track " + std::to_string(i + 1); }};
     forms::ControlArray<forms::Label> cellCaps{form, "Label34", gridCells,
                                                [](int i) { return "Cell " + std::to_string(i + 1); }};
 
     // Transport and seek keys: base picture, lit cover, dim cover.
-    forms::ControlArray<forms::Picture> icntla{form, "icntla", {"Previous track", "Next track", "Play", "Pause", "Stop", "Eject"}};
-    forms::ControlArray<forms::Picture> icntlc{form, "icntlc", {"Previous lit", "Next lit", "Play lit", "Pause lit", "Stop lit", "Eject lit"}};
-    forms::ControlArray<forms::Picture> icntlb{form, "icntlb", {"Previous dim", "Next dim", "Play dim", "Pause dim", "Stop dim", "Eject dim"}};
+    forms::ControlArray<forms::Picture> icntla{
+        form, "icntla", {"Previous track", "Next track", "Play", "Pause", "Stop", "Eject"}};
+    forms::ControlArray<forms::Picture> icntlc{
+        form, "icntlc", {"Previous lit", "Next lit", "Play lit", "Pause lit", "Stop lit", "Eject lit"}};
+    forms::ControlArray<forms::Picture> icntlb{
+        form, "icntlb", {"Previous dim", "Next dim", "Play dim", "Pause dim", "Stop dim", "Eject dim"}};
     forms::ControlArray<forms::Picture> scntla{form, "scntla", {"Rewind", "Time mode", "A-B repeat", "Forward"}};
-    forms::ControlArray<forms::Picture> scntlc{form, "scntlc", {"Rewind lit", "Time mode lit", "A-B repeat lit", "Forward lit"}};
-    forms::ControlArray<forms::Picture> scntlb{form, "scntlb", {"Rewind dim", "Time mode dim", "A-B repeat dim", "Forward dim"}};
+    forms::ControlArray<forms::Picture> scntlc{
+        form, "scntlc", {"Rewind lit", "Time mode lit", "A-B repeat lit", "Forward lit"}};
+    forms::ControlArray<forms::Picture> scntlb{
+        form, "scntlb", {"Rewind dim", "Time mode dim", "A-B repeat dim", "Forward dim"}};
 
     // Play modes: keys, and the lights that show which is on.
     forms::ControlArray<forms::Picture> Image4{form, "Image4", {"Program", "Single track", "Whole disc", "Intro scan"}};
-    forms::ControlArray<forms::Picture> Image3{form, "Image3", {"Program light", "Single track light", "Whole disc light", "Intro scan light"}};
+    forms::ControlArray<forms::Picture> Image3{
+        form, "Image3", {"Program light", "Single track light", "Whole disc light", "Intro scan light"}};
 
     // Functions, with the cover labels whose colour tells whether they are live.
     forms::ControlArray<forms::Picture> Image10{form, "Image10", {"Main Menu", "Disc information", "Random play", "Repeat"}};
@@ -110,7 +115,8 @@ struct CDFormFace {
     forms::Label repeatCover{form, "Label25", "Repeat cover"};
 
     // Keypad and stored programs, with their cover labels.
-    forms::ControlArray<forms::Picture> Image16{form, "Image16", {"Keypad", "Clear program", "Save program", "Recall program", "Information"}};
+    forms::ControlArray<forms::Picture> Image16{
+        form, "Image16", {"Keypad", "Clear program", "Save program", "Recall program", "Information"}};
     forms::Label keypadCover{form, "Label44", "Keypad cover"};
     forms::Label clearCover{form, "Label38", "Clear cover"};
     forms::Label saveCover{form, "Label39", "Save cover"};
@@ -124,8 +130,8 @@ struct CDFormFace {
     forms::Label leftFigure{form, "Label24", "Volume left figure"};
     forms::Label rightFigure{form, "Label33", "Volume right figure"};
     forms::Picture sliderPanel{form, "SSPanel1", "Volume"};
-    forms::ControlArray<forms::Picture> Image2{form, "Image2", {"Unmute", "Mute"}};    ///< 0 lit, shown while muted
-    forms::ControlArray<forms::Picture> Image9{form, "Image9", {"Unlink", "Link"}};    ///< 0 shown while linked
+    forms::ControlArray<forms::Picture> Image2{form, "Image2", {"Unmute", "Mute"}};  ///< 0 lit, shown while muted
+    forms::ControlArray<forms::Picture> Image9{form, "Image9", {"Unlink", "Link"}};  ///< 0 shown while linked
     forms::Picture mixerKey{form, "Image19", "Mixer"};
     forms::Picture mixerButton{form, "Command3D16", "Mixer instead of sliders"};
 

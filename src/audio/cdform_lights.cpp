@@ -12,8 +12,8 @@ void CDForm::setTransport(Transport state) {
     const bool running = state == Transport::playing || state == Transport::paused;
     for (int i = 0; i < transport::count; ++i) {
         const bool always = i == transport::eject || (i == transport::play && state != Transport::noDisc);
-        face.icntlc[i].Visible = (i == transport::play && state == Transport::playing) ||
-                                 (i == transport::pause && state == Transport::paused);
+        face.icntlc[i].Visible =
+            (i == transport::play && state == Transport::playing) || (i == transport::pause && state == Transport::paused);
         face.icntlb[i].Visible = !running && !always;
     }
     for (int i = 0; i < seekKeys::count; ++i) {

@@ -93,7 +93,7 @@ void CDForm::takeRunModeTrack() {
     const auto track = text::valInteger(state.runMode);
     player_.pickedTrackIndex = static_cast<std::int16_t>(track - 1);
     startTrack();
-    player_.currentTrack = track;
+    player_.currentTrack = static_cast<std::int16_t>(MMControl1.firstAudioTrackFrom(track));
     state.runMode.clear();
 }
 

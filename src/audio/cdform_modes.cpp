@@ -46,6 +46,7 @@ void CDForm::startTrack() {
     player_.playStarted = 1;
     refreshTimeCaption();
     if (player_.pickedTrackIndex < 0 || player_.pickedTrackIndex >= player_.discTrackCount) {
+        leaveAsItSounds();
         return;
     }
     const int track = MMControl1.firstAudioTrackFrom(player_.pickedTrackIndex + 1);
@@ -61,16 +62,23 @@ void CDForm::startTrack() {
         setCells(track, gridCells, color(0));
     }
     player_.currentTrack = static_cast<std::int16_t>(track);
-    player_.lastShownTrack = 0;
-    player_.lastShownSeconds = 0;
+    player_.discFinished = 0;
+    Timer2.Interval = pulseMs;
     MMControl1.setTo(track);
     MMControl1.Command("Seek");
     startSequence(track);
 }
 
-bool CDForm::enterIntoProgram(int track) {
+// A track that is not there has been asked for: the keys go back to what the device does.
+void CDForm::leaveAsItSounds() {
+    const bool sounds = MMControl1.Mode() == mode::playing;
+    player_.playingFlag = sounds ? 1 : 0;
+    setTransport(sounds ? Transport::playing : Transport::stopped);
+}
+
+void CDForm::enterIntoProgram(int track) {
     if (player_.programCount >= maxProgramEntries) {
-        return false;
+        return;
     }
     const auto entry = static_cast<std::size_t>(++player_.programCount);
     player_.programList.at(entry) = static_cast<std::int16_t>(track);
@@ -80,7 +88,6 @@ bool CDForm::enterIntoProgram(int track) {
     } else {
         windows().show(ProgramList::windowName);
     }
-    return true;
 }
 
 void CDForm::clearList() {
@@ -257,14 +264,16 @@ void CDForm::Image16_Click(int index) {
 // Serves tracks beyond the grid: the number is taken as zero-based, so that "20" plays track 21 and the last track's own
 // number plays nothing.
 void CDForm::Text1_Enter() {
+    if (context_.state.discDrawerOpen == 1) {
+        return;
+    }
     const int value = text::valInteger(face.keypadEntry.Text.get());
     if (value > 19 && value <= player_.discTrackCount) {
         player_.pickedTrackIndex = static_cast<std::int16_t>(value);
         clrab();
         startTrack();
     }
-    face.keypadEntry.Visible = false;
-    face.keypadEntry.Text = std::string();
+    hideKeypad();
     if (player_.repeatOn != 1) {
         setAllCells(color(6));
     }
@@ -319,9 +328,7 @@ void CDForm::Label30_Click() {
     Image16_Click(programKeys::recall);
     setTransport(Transport::playing);
     MMControl1_PlayClick();
-    if (player_.playingFlag == 1) {
-        setTransport(Transport::playing);
-    }
+    MMControl1.Command("Play");  // for a program without an entry that can be recalled: the whole disc plays
     context_.system.setPointer(platform::PointerShape::normal);
 }
 

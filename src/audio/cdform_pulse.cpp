@@ -1,5 +1,3 @@
-#include <chrono>
-
 #include "audio/cdform.h"
 #include "audio/device/audio_device.h"
 #include "audio/time_text.h"
@@ -38,11 +36,15 @@ void CDForm::Timer2_Timer() {
         }
     }
     lateLoadWork();
+    takeSoundsEnd();
     if (autoPlay() || showDiscRunOut()) {
         return;
     }
     context_.system.setPointer(platform::PointerShape::normal);
     endOfTrackActions();
+    if (Timer2.Interval == 0) {
+        return;  // a program has ended, and the pulse with it
+    }
     paintCells();
     showTrackStart();
 }
@@ -60,8 +62,7 @@ void CDForm::stepSeekKeys() {
     const auto width = static_cast<float>(face.statusBar.Width);
     seekInTrack(MMControl1, lengthOf(player_.currentTrack), width * static_cast<float>(percent) / 100.0F, width,
                 player_.currentTrack);
-    player_.lastShownTrack = 0;
-    player_.lastShownSeconds = 0;
+    forgetShownTime();
     refreshTimeNow();
 }
 
@@ -98,7 +99,6 @@ bool CDForm::autoPlay() {
         return true;
     }
     player_.playingFlag = 1;
-    player_.playLaunched = 1;
     player_.currentTrack = static_cast<std::int16_t>(MMControl1.firstAudioTrackFrom(1));
     launch(player_.currentTrack);
     refreshTimeCaption();
@@ -120,6 +120,8 @@ bool CDForm::showDiscRunOut() {
         face.timeText.Caption = std::string();
         face.lowerLine.Caption = std::string();
         face.statusBar.FloodPercent = 0;
+        player_.playingFlag = 0;
+        player_.pausedFlag = 0;
         setTransport(Transport::stopped);
     }
     return true;
@@ -127,9 +129,13 @@ bool CDForm::showDiscRunOut() {
 
 void CDForm::relaunch(int track) {
     MMControl1.Command("Stop");
-    player_.playLaunched = 1;
-    player_.currentTrack = static_cast<std::int16_t>(track);
-    launch(track);
+    player_.currentTrack = static_cast<std::int16_t>(MMControl1.firstAudioTrackFrom(track));
+    launch(player_.currentTrack);
+    player_.playingFlag = 1;
+    player_.pausedFlag = 0;
+    player_.pausedPosition = 0;
+    endPauseText();
+    setTransport(Transport::playing);
 }
 
 void CDForm::endOfTrackActions() {
@@ -156,6 +162,7 @@ void CDForm::endOfTrackActions() {
 
 void CDForm::endSingleTrack() {
     MMControl1.Command("Stop");
+    player_.playLaunched = 1;  // the end has been dealt with
     player_.playingFlag = 0;
     player_.pausedFlag = 0;
     face.timeText.Caption = std::string("00:00");

@@ -90,6 +90,7 @@ void CDForm::MMControl1_PlayClick() {
     }
     player_.currentTrack = static_cast<std::int16_t>(MMControl1.firstAudioTrackFrom(player_.currentTrack));
     face.trackDigits.Caption = std::to_string(player_.currentTrack);
+    forgetShownTime();
     Timer2.Interval = pulseMs;
     player_.discFinished = 0;
     refreshTimeCaption();
@@ -158,13 +159,10 @@ void CDForm::launchProgramEntry() {
         endProgram();
         return;
     }
-    player_.currentTrack = static_cast<std::int16_t>(track);
-    face.trackDigits.Caption = std::to_string(std::max(track + player_.skipStep, 1));
-    player_.playLaunched = 1;
-    MMControl1.setUpdateInterval(statusIntervalMs);
+    player_.currentTrack = static_cast<std::int16_t>(MMControl1.firstAudioTrackFrom(track));
+    face.trackDigits.Caption = std::to_string(std::max(player_.currentTrack + player_.skipStep, 1));
     MMControl1.Command("Stop");
-    MMControl1.setFrom(player_.currentTrack);
-    MMControl1.Command("Play");
+    launch(player_.currentTrack);
 }
 
 void CDForm::endProgram() {
@@ -179,6 +177,7 @@ void CDForm::endProgram() {
     player_.playMode = wholeDisc;
     setModeLights(modeKeys::disc);
     player_.playLaunched = 1;
+    player_.programIndex = 0;
     player_.currentTrack = 0;
     face.lowerLine.Caption = std::string();
     MMControl1.setUpdateInterval(statusIntervalMs);
@@ -211,6 +210,8 @@ void CDForm::MMControl1_StopClick() {
     player_.lastShownSeconds = 0;
     face.timeText.Caption = std::string("00:00");
     face.statusBar.FloodPercent = 0;
+    player_.pausedPosition = 0;  // a stop ends a pause: the next Play begins a track
+    endPauseText();
 }
 
 void CDForm::MMControl1_NextClick(int code) {
@@ -280,11 +281,13 @@ void CDForm::MMControl1_PrevClick() {
         }
         return;
     }
-    if (player_.currentTrack - 1 < 1 || player_.playStarted == 0) {
+    const int target = MMControl1.lastAudioTrackUpTo(player_.currentTrack - 1);
+    if (target < 1 || player_.playStarted == 0) {
         return;
     }
     player_.playingFlag = 1;
-    player_.currentTrack = static_cast<std::int16_t>(std::max(player_.currentTrack - 1, 1));
+    player_.currentTrack = static_cast<std::int16_t>(target);
+    forgetShownTime();
     face.trackDigits.Caption = std::to_string(player_.currentTrack);
     face.timeText.Caption = std::string();
     MMControl1.Command("Pause");
@@ -305,22 +308,36 @@ void CDForm::startSequence(int track) {
 }
 
 void CDForm::launch(int track) {
+    player_.playLaunched = 1;
+    ranOut_ = false;
+    forgetShownTime();
     MMControl1.setUpdateInterval(statusIntervalMs);
     MMControl1.setFrom(track);
     MMControl1.Command("Play");
+}
+
+// The guards of the readout are for a position that stutters, not for a jump.
+void CDForm::forgetShownTime() {
+    player_.lastShownTrack = 0;
+    player_.lastShownSeconds = 0;
 }
 
 void CDForm::MMControl1_PlayCompleted(int code) {
     if (code == deviceError::hardware) {
         MMControl1.Command("Close");
     } else if (code == deviceError::none && player_.playingFlag == 1) {
+        soundsEnded_ = true;
         takeSoundsEnd();
     }
 }
 
-// The device has no more sound to play, and the time updates have not seen it: the last tracks are data, or a correction has put
-// the end of the track behind it.
+// The device has no more sound to play, and the time updates have not seen it: the last tracks are data, or a correction has
+// put the end of the track behind it. While the window is minimised this waits, as all end detection does.
 void CDForm::takeSoundsEnd() {
+    if (!soundsEnded_ || WindowState == forms::WindowState::minimised) {
+        return;
+    }
+    soundsEnded_ = false;
     if (player_.playMode != wholeDisc) {
         player_.playLaunched = 0;
     } else if (player_.repeatOn == 1) {

@@ -130,7 +130,9 @@ void CDForm::opendrawer() {
     }
     drawerMoving_ = true;
     context_.state.discDrawerOpen = 1;
+    context_.state.alwaysOnTop = 0;
     alwaysInFront = false;
+    hideKeypad();
     if (Visible) {
         shell::playCue(context_, drawerCue);
     }

@@ -34,7 +34,7 @@ struct PlayerState {
     std::int16_t pausedFlag = 0;
     std::int32_t pausedPosition = 0;  ///< packed; above 0 means Play must resume
     std::int16_t discFinished = 0;
-    std::int16_t playLaunched = 0;    ///< 1 launched, 0 the track's end window has been seen
+    std::int16_t playLaunched = 0;                  ///< 1 launched, 0 the track's end window has been seen
     std::array<std::int16_t, 102> programList{};    ///< 1 to 101, 0 ends it; consumed while it plays
     std::array<std::int16_t, 101> programBackup{};  ///< 1 to 100, for display
     std::int16_t programCount = 0;

@@ -9,7 +9,7 @@
 namespace tessarel::audio {
 namespace {
 
-enum class Guard { none, neverBack, neverUp, stepsDown };
+enum class Guard { neverBack, neverAhead, neverUp, stepsDown };
 
 double secondsOfTracks(const PlayerState& player, int from, int to) {
     double sum = 0;
@@ -33,8 +33,8 @@ double secondsOfProgramAfter(const PlayerState& player, int index) {
 
 double leftInTrack(const PlayerState& player) { return player.trackEndSeconds + 5 - player.positionSeconds; }
 
-// The guards are not symmetric: what counts up never falls, what counts down in "Rem" never rises, and the
-// disc's own rest falls by one when the position has jumped ahead.
+// The guards are not symmetric: the time in a track never falls, the time on the disc rises by one at most, what is left of a
+// track never rises, and what is left of the disc falls by one when the position has jumped ahead.
 double guarded(const PlayerState& player, const TimeReading& reading, double t, Guard guard) {
     const bool sameTrack = player.lastShownTrack > 0 && reading.track == player.lastShownTrack;
     const double last = player.lastShownSeconds;
@@ -42,6 +42,9 @@ double guarded(const PlayerState& player, const TimeReading& reading, double t, 
         return t;
     }
     if (guard == Guard::neverBack && t < last) {
+        return last + 1;
+    }
+    if (guard == Guard::neverAhead && t > last) {
         return last + 1;
     }
     const bool steps = (guard == Guard::neverUp && t > last) || (guard == Guard::stepsDown && t < last);
@@ -68,7 +71,7 @@ TimeReadout elapsedOnDisc(const PlayerState& player, const TimeReading& reading)
         return {reading.positionText.starts_with('-') ? "00:00" : reading.positionText, std::nullopt};
     }
     const double before = secondsOfTracks(player, 1, player.currentTrack - 1);
-    const double t = guarded(player, reading, before + player.positionSeconds, Guard::neverBack);
+    const double t = guarded(player, reading, before + player.positionSeconds, Guard::neverAhead);
     return {longTime(t), t};
 }
 

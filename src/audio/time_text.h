@@ -8,9 +8,9 @@ namespace tessarel::audio {
 
 /// What a time readout is made from.
 struct TimeReading {
-    int timeMode = 0;         ///< 0 elapsed, 1 left in the track, 2 elapsed on the disc, 3 left
-    int track = 0;            ///< the digits shown
-    std::string positionText; ///< "mm:ss" in the track
+    int timeMode = 0;          ///< 0 elapsed, 1 left in the track, 2 elapsed on the disc, 3 left
+    int track = 0;             ///< the digits shown
+    std::string positionText;  ///< "mm:ss" in the track
 };
 
 struct TimeReadout {

@@ -2,7 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "base/text.h"
 
@@ -113,7 +115,9 @@ bool SequentialReader::into(std::int32_t& field) { return store(field, longInteg
 bool SequentialReader::into(float& field) { return store(field, single()); }
 
 SequentialWriter& SequentialWriter::text(std::string_view value) {
-    bytes_.append("\"").append(value).append("\"\r\n");
+    bytes_ += '"';
+    std::transform(value.begin(), value.end(), std::back_inserter(bytes_), [](char c) { return c == '"' ? '\'' : c; });
+    bytes_ += "\"\r\n";
     return *this;
 }
 

@@ -47,7 +47,8 @@ private:
     bool failed_ = false;
 };
 
-/// Builds such a text; every value on a line of its own, closed by CR LF.
+/// Builds such a text; every value on a line of its own, closed by CR LF. A text can't hold a double quote: it is written as a
+/// single one, so that the values behind it keep their places.
 class SequentialWriter {
 public:
     SequentialWriter& text(std::string_view value);

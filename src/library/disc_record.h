@@ -24,9 +24,9 @@ struct DiscRecord {
 
     // The entries of `imageFiles` that are not blank, closed up, with theirs of `imageDelays`, for the art displays. The
     // display type is one of them and comes first.
-    std::array<std::string, 21> packedImages;  ///< 0 to `packedCount` - 1
-    std::array<std::int16_t, 21> packedDelays{};
-    std::int16_t packedCount = 0;
+    std::array<std::string, 21> packedFiles;  ///< 0 to `imageCount` - 1
+    std::array<std::int16_t, 21> packedRatios{};
+    std::int16_t imageCount = 0;
     std::int16_t defaultImageSet = 0;  ///< 1: the next read or write of the images, and only that, uses default.cd1
     std::int16_t noStoredImages = 0;   ///< 1: the disc has no images of its own, and none are written
 };

@@ -23,10 +23,13 @@ private:
     const std::string& dataDir_;
 };
 
+/// No record comes near this size; what lies behind it in a broken file is not read.
+inline constexpr std::size_t mostRecordBytes = 1 << 20;
+
 /// The text of a file; nothing for one that is missing or can't be read.
 inline std::optional<std::string> textOf(const platform::FileSystem& files, const std::string& path) {
     const auto bytes = files.read(path);
-    return bytes ? std::optional(text::decode(*bytes)) : std::nullopt;
+    return bytes ? std::optional(text::decode(std::string_view(*bytes).substr(0, mostRecordBytes))) : std::nullopt;
 }
 
 }  // namespace tessarel::library

@@ -77,17 +77,17 @@ ArtistTitle splitArtistTitle(std::string_view text) {
 }
 
 void packImages(DiscRecord& record) {
-    record.packedImages.fill({});
-    record.packedDelays.fill(0);
+    record.packedFiles.fill({});
+    record.packedRatios.fill(0);
     std::size_t count = 0;
     for (std::size_t i = 0; i < record.imageFiles.size(); ++i) {
         if (!isBlank(record.imageFiles[i])) {
-            record.packedImages[count] = record.imageFiles[i];
-            record.packedDelays[count] = record.imageDelays[i];
+            record.packedFiles[count] = record.imageFiles[i];
+            record.packedRatios[count] = record.imageDelays[i];
             ++count;
         }
     }
-    record.packedCount = static_cast<std::int16_t>(count);
+    record.imageCount = static_cast<std::int16_t>(count);
 }
 
 bool needsOverflowFiles(const DiscRecord& record, int discTrackCount) {

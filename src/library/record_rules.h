@@ -48,7 +48,7 @@ struct ArtistTitle {
 /// Takes "Artist / Title" apart at the first slash. A text without one is both.
 ArtistTitle splitArtistTitle(std::string_view text);
 
-/// Rebuilds `packedImages`, `packedDelays` and `packedCount` from `imageFiles` and `imageDelays`.
+/// Rebuilds `packedFiles`, `packedRatios` and `imageCount` from `imageFiles` and `imageDelays`.
 void packImages(DiscRecord& record);
 
 /// Whether titles or lyrics beyond the main file are to be saved, by the stored count or the one of the disc in the drive.

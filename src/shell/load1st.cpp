@@ -43,13 +43,12 @@ void Load1st::Form_Load() {
     readScreen();
     context_.state.systemDir = text::upper(context_.system.systemDirectory());
     context_.state.windowsDir = text::upper(context_.system.windowsDirectory());
-    Road road = readSettings();
+    const Road road = readSettings();
     if (road == Road::askForDirectory) {
         askForDataDirectory();
-        road = Road::setUp;
     }
-    if (road == Road::setUp && context_.state.driveWarningIgnored == 0) {
-        startSetUp();
+    if (road != Road::goOn && context_.state.driveWarningIgnored == 0 && !startSetUp() && road == Road::askForDirectory) {
+        platform::endProcess();
     }
     readLateSettings();
     openFirstWindow();
@@ -188,13 +187,17 @@ void Load1st::askForDataDirectory() {
     moveToDataDir(context_);
 }
 
-// Set-up changes what this process has read, so nothing is left for it to do.
-void Load1st::startSetUp() {
+// Set-up changes what this process has read, so nothing is left for it to do. False when set-up can't be started: the user has
+// been told, and what was read can still serve.
+bool Load1st::startSetUp() {
     context_.state.discSearchDormant = 1;
     context_.state.setupRequested = 1;
     context_.system.setPointer(platform::PointerShape::normal);
     moveToDataDir(context_);
-    startOrTell(context_, "cdsetup.exe");
+    if (!startOrTell(context_, "cdsetup.exe")) {
+        context_.state.discSearchDormant = 0;
+        return false;
+    }
     windows().unload("cdmenu");
     platform::endProcess();
 }

@@ -38,7 +38,7 @@ private:
     bool wantsSetUpAfterWarning();
     Road findLibrary();
     void askForDataDirectory();
-    void startSetUp();
+    bool startSetUp();
     void readLateSettings();
     void chooseMixer();
     void openFirstWindow();

@@ -91,10 +91,21 @@ void loadTslwin2(const Context& context) {
 
 void loadTslwin3(const Context& context) { load<Settings>(context, "TSLWIN3.INI", readTslwin3, context.state); }
 
+namespace {
+// What a person may want back of a file that is about to be replaced.
+void keepBrokenTslwin4(const Context& context) {
+    const auto path = dataPath(context.state, "TSLWIN4.INI");
+    if (const auto bytes = context.files.read(path); bytes && !bytes->empty()) {
+        context.files.write(dataPath(context.state, "TSLWIN4.BAK"), *bytes);
+    }
+}
+}  // namespace
+
 void loadTslwin4(const Context& context) {
     Settings& settings = context.state;
     Settings read = settings;
     if (!load(context, "TSLWIN4.INI", readTslwin4, read)) {
+        keepBrokenTslwin4(context);
         saveDataFile(context, "TSLWIN4.INI", emptyTslwin4Bytes());
         return;
     }

@@ -34,18 +34,12 @@ private:
 
 class Writing {
 public:
-    void operator()(std::string_view value) { out_.text(text::replaceAll(value, "\"", "'")); }
+    void operator()(std::string_view value) { out_.text(value); }
     void operator()(const std::string& value) { (*this)(std::string_view(value)); }
     void operator()(std::int16_t value) { out_.number(value); }
     void operator()(std::int32_t value) { out_.number(value); }
     void operator()(float value) { out_.single(value); }
-    void operator()(const Variant& value) {
-        if (value.quoted) {
-            (*this)(value.text);
-        } else {
-            out_.variant(value);
-        }
-    }
+    void operator()(const Variant& value) { out_.variant(value); }
     void option(std::int16_t value) { out_.number(value); }
     const std::string& bytes() const { return out_.bytes(); }
 

@@ -22,7 +22,7 @@ void changeToDriveOf(platform::FileSystem& files, std::string_view commandLine) 
     }
     const bool namesDrive = commandLine.size() > 1 && commandLine[1] == ':';
     if (namesDrive && driveLetter(commandLine) != driveLetter(files.currentDirectory())) {
-        files.changeDirectory(std::string{driveLetter(commandLine)} + ":\\");
+        files.changeDirectory(std::string{driveLetter(commandLine)} + ":");
     }
 }
 

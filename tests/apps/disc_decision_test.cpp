@@ -5,9 +5,9 @@
 namespace tessarel::apps {
 namespace {
 
-constexpr DiscFeatures both{true, true};
-constexpr DiscFeatures audioOnly{false, true};
-constexpr DiscFeatures cdRomOnly{true, false};
+constexpr DiscFeatures both{1, 1};
+constexpr DiscFeatures audioOnly{0, 1};
+constexpr DiscFeatures cdRomOnly{1, 0};
 
 TEST(DiscDecision, AnEmptyDriveIsNoDisc) {
     EXPECT_EQ(decideDisc(both, {true, 0, ""}), DiscDecision::noDisc);
@@ -23,9 +23,7 @@ TEST(DiscDecision, MoreThanOneTrackMakesItAudioEvenWithDataFilesAtTheRoot) {
     EXPECT_EQ(decideDisc(both, {true, 7, ""}), DiscDecision::audio);
 }
 
-TEST(DiscDecision, OneTrackWithOtherFilesIsData) {
-    EXPECT_EQ(decideDisc(both, {true, 1, "SETUP.EXE"}), DiscDecision::data);
-}
+TEST(DiscDecision, OneTrackWithOtherFilesIsData) { EXPECT_EQ(decideDisc(both, {true, 1, "SETUP.EXE"}), DiscDecision::data); }
 
 TEST(DiscDecision, AnAudioOnlySetupNeverTakesADataDisc) {
     EXPECT_EQ(decideDisc(audioOnly, {true, 1, "SETUP.EXE"}), DiscDecision::wrongKind);
@@ -44,11 +42,18 @@ TEST(DiscDecision, ATrackFileOnADiscWithoutTracksIsNotTaken) {
     EXPECT_EQ(decideDisc(both, {true, 0, "TRACK01.CDA"}), DiscDecision::wrongKind);
 }
 
+TEST(DiscDecision, OtherValuesOfTheSettingsAreNeitherSetupForOneKind) {
+    EXPECT_EQ(decideDisc({1, -1}, {true, 5, "TRACK01.CDA"}), DiscDecision::audio);
+    EXPECT_EQ(decideDisc({-1, 1}, {true, 1, "SETUP.EXE"}), DiscDecision::data);
+    EXPECT_EQ(waitingLines({1, -1}).second, "or a CD-ROM into the Drive...");
+    EXPECT_EQ(waitingLines({2, 1}).second, "or a CD-ROM into the Drive...");
+}
+
 TEST(WaitingLines, AskForWhatTheSettingsLetIn) {
     EXPECT_EQ(waitingLines(audioOnly), (WaitingLines{"Please Insert an Audio CD", "into the Drive..."}));
     EXPECT_EQ(waitingLines(cdRomOnly), (WaitingLines{"Please Insert a CD-ROM", "into the Drive..."}));
     EXPECT_EQ(waitingLines(both), (WaitingLines{"Please Insert an Audio CD", "or a CD-ROM into the Drive..."}));
-    EXPECT_EQ(waitingLines({false, false}), (WaitingLines{"Please Insert an Audio CD", "or a CD-ROM into the Drive..."}));
+    EXPECT_EQ(waitingLines({0, 0}), (WaitingLines{"Please Insert an Audio CD", "or a CD-ROM into the Drive..."}));
 }
 
 }  // namespace

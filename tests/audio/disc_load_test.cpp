@@ -69,7 +69,8 @@ TEST_F(DiscLoad, TrackLengthsCarryNoLeadingZeroInTheMinutes) {
 TEST_F(DiscLoad, TheFramesPartOfEachLengthIsKept) {
     open(makeToc({75 * 65 + 12, 75 * 600 + 3, 75 * 59 + 74}));
     buildTrackLengths(control, player);
-    EXPECT_THAT(std::vector<int>(player.trackFrames.begin() + 1, player.trackFrames.begin() + 4), testing::ElementsAre(12, 3, 74));
+    EXPECT_THAT(std::vector<int>(player.trackFrames.begin() + 1, player.trackFrames.begin() + 4),
+                testing::ElementsAre(12, 3, 74));
 }
 
 // A drive that answers, for each track, with the length up to the end of the disc.

@@ -127,9 +127,7 @@ TEST_F(Device, ThePositionStringIsTheLeadInBeforeAnythingHasPlayed) {
     }
 }
 
-TEST_F(Device, CommandStringsAreAnsweredOnlyWhileOpen) {
-    EXPECT_EQ(control.sendString("status cdaudio position"), "");
-}
+TEST_F(Device, CommandStringsAreAnsweredOnlyWhileOpen) { EXPECT_EQ(control.sendString("status cdaudio position"), ""); }
 
 TEST_F(Device, NoDiscIsNoTracks) {
     control.Command("Open");

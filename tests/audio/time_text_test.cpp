@@ -90,9 +90,15 @@ TEST_F(Reading, TheRestOfTheDiscStepsByOneWhenThePositionHasJumpedAhead) {
     EXPECT_EQ(read(3).text, "-1:02:29") << "a rise is shown as it is: this guard is not symmetric";
 }
 
-TEST_F(Reading, TheDiscTotalDoesNotRunBackward) {
+TEST_F(Reading, TheDiscTotalAdvancesByOneAtMostWhileTheDeviceIsAhead) {
+    last(200);
+    EXPECT_EQ(read(2).text, "03:21");
+    EXPECT_EQ(read(2).shownSeconds, 201);
+}
+
+TEST_F(Reading, TheDiscTotalFollowsTheDeviceBack) {
     last(300);
-    EXPECT_EQ(read(2).text, "05:01");
+    EXPECT_EQ(read(2).text, "04:21");
 }
 
 TEST_F(Reading, AnotherTrackIsNotGuarded) {

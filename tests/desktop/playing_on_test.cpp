@@ -1,7 +1,9 @@
 #include "app/playing_on.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -68,9 +70,16 @@ TEST_F(PlayingOnTest, AMarkThatWasLeftBehindKillsNobody) {
 }
 
 TEST_F(PlayingOnTest, AMarkOfNonsenseIsPassedOver) {
-    std::ofstream(mark()) << "-1 nobody";
+    // Held by a living process, so that its number would be taken if it were one.
+    const int held = ::open(mark().c_str(), O_RDWR | O_CREAT, 0600);
+    ASSERT_GE(held, 0);
+    ASSERT_EQ(::write(held, "-1 nobody", 9), 9);
+    ASSERT_EQ(::flock(held, LOCK_EX | LOCK_NB), 0);
+    const auto before = std::chrono::steady_clock::now();
     endPlayingOn(home());
-    SUCCEED();
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(4)) << "nobody to wait for";
+    EXPECT_TRUE(std::filesystem::exists(mark()));
+    ::close(held);
 }
 
 TEST_F(PlayingOnTest, TheMarkGoesWithItsObject) {

@@ -132,7 +132,7 @@ TEST_F(HomeTest, TheScriptsOfAFreshHomeStart) {
     EXPECT_EQ(said("C:\\WINDOWS\\notepad.exe C:\\Tessarel\\tessarel.txt"),
               bin + "/xdg-open " + (home / "drive_c/Tessarel/TESSAREL.TXT").string() + "\n");
     EXPECT_THAT(said("c:\\windows\\SNDVOL32.EXE"), HasSubstr("pavucontrol"));
-    EXPECT_THAT(said("sndrec32"), HasSubstr("/"));
+    EXPECT_THAT(said("sndrec32"), Not(HasSubstr("pavucontrol"))) << "another program than the mixer";
     ::setenv("PATH", oldPath.c_str(), 1);
     ::unsetenv("DISPLAY");
 }
@@ -188,7 +188,7 @@ TEST_F(HomeTest, AnUnwritableHomeIsDenied) {
 TEST_F(HomeTest, AFullDiskLeavesNothingBehind) {
     fs::create_directories(home);
     if (::mount("none", home.c_str(), "tmpfs", 0, "size=16k") != 0) {
-        return;  // only who may mount can fill a disk
+        GTEST_SKIP() << "only who may mount can fill a disk";
     }
     const auto made = provisionHome(home, data);
     const auto left = namesIn(home);

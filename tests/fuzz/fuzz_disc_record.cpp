@@ -45,7 +45,7 @@ library::DiscRecord readAll(fakes::MemoryFileSystem& files) {
 void requireStable(fakes::MemoryFileSystem& files, library::DiscRecord record) {
     require(library::writeDiscRecord(files, dataDir, 100, record).has_value());
     const auto second = readAll(files);
-    require(second.packedCount >= 0 && second.packedCount <= 21);
+    require(second.imageCount >= 0 && second.imageCount <= 21);
     library::DiscRecord again = second;
     require(library::writeDiscRecord(files, dataDir, 100, again).has_value());
     const auto third = readAll(files);

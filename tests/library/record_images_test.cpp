@@ -61,9 +61,9 @@ TEST_F(DiscImages, OfTheDiscsOwnFileComeWithItsTimeCorrection) {
     EXPECT_EQ(record.imageDelays[20], 8);
     EXPECT_EQ(record.timeCorrection, -2);
     EXPECT_EQ(record.noStoredImages, 0);
-    EXPECT_EQ(record.packedCount, 3);
-    EXPECT_EQ(record.packedImages[2], "C:\\art\\~back.jpg");
-    EXPECT_EQ(record.packedDelays[2], 8);
+    EXPECT_EQ(record.imageCount, 3);
+    EXPECT_EQ(record.packedFiles[2], "C:\\art\\~back.jpg");
+    EXPECT_EQ(record.packedRatios[2], 8);
 }
 
 TEST_F(DiscImages, WrittenAreThoseOfTheGoldenFile) {
@@ -92,7 +92,7 @@ TEST_F(DiscImages, OfTheDefaultFileLeaveTheTimeCorrectionAndReadDisplayTypeTen) 
     EXPECT_EQ(record.imageFiles[0], "10");
     EXPECT_EQ(record.imageFiles[1], "C:\\d.bmp");
     EXPECT_EQ(record.timeCorrection, 4);
-    EXPECT_EQ(record.packedCount, 2);
+    EXPECT_EQ(record.imageCount, 2);
 }
 
 TEST_F(DiscImages, ThatStandInForADiscWithoutOnesAreNotWrittenBack) {
@@ -156,8 +156,8 @@ TEST_F(DiscImages, OfTheArtFolderStandInWhenNothingIsStored) {
     EXPECT_EQ(record.imageFiles[1], "C:\\Art\\" + listed[0]);
     EXPECT_EQ(record.imageFiles[2], "C:\\Art\\" + listed[1]);
     EXPECT_EQ(record.imageFiles[3], "");
-    EXPECT_EQ(record.packedCount, 3);
-    EXPECT_EQ(record.packedImages[1], record.imageFiles[1]);
+    EXPECT_EQ(record.imageCount, 3);
+    EXPECT_EQ(record.packedFiles[1], record.imageFiles[1]);
     EXPECT_EQ(record.noStoredImages, 1);
     EXPECT_EQ(record.timeCorrection, 4);
 }
@@ -184,7 +184,7 @@ TEST_F(DiscImages, OfAFullArtFolderStopAtTwenty) {
     }
     read();
     EXPECT_NE(record.imageFiles[20], "");
-    EXPECT_EQ(record.packedCount, 21);
+    EXPECT_EQ(record.imageCount, 21);
 }
 
 TEST_F(DiscImages, OfAFileThatEndsEarlyKeepWhatWasReadAndTheOldTimeCorrection) {
@@ -194,7 +194,7 @@ TEST_F(DiscImages, OfAFileThatEndsEarlyKeepWhatWasReadAndTheOldTimeCorrection) {
     EXPECT_EQ(record.imageFiles[1], "C:\\a.bmp");
     EXPECT_EQ(record.imageDelays[1], 0);
     EXPECT_EQ(record.imageFiles[5], "");
-    EXPECT_EQ(record.packedCount, 2);
+    EXPECT_EQ(record.imageCount, 2);
     EXPECT_EQ(record.timeCorrection, 4);
 }
 

@@ -106,13 +106,13 @@ TEST(PackedImages, AreTheEntriesThatAreNotBlankWithTheDisplayTypeFirst) {
     record.imageFiles[3] = "  ";
     record.imageFiles[20] = "C:\\b.bmp";
     packImages(record);
-    EXPECT_EQ(record.packedCount, 3);
-    EXPECT_EQ(record.packedImages[0], "4");
-    EXPECT_EQ(record.packedDelays[0], 10);
-    EXPECT_EQ(record.packedImages[1], "C:\\a.bmp");
-    EXPECT_EQ(record.packedDelays[1], 7);
-    EXPECT_EQ(record.packedImages[2], "C:\\b.bmp");
-    EXPECT_EQ(record.packedImages[3], "");
+    EXPECT_EQ(record.imageCount, 3);
+    EXPECT_EQ(record.packedFiles[0], "4");
+    EXPECT_EQ(record.packedRatios[0], 10);
+    EXPECT_EQ(record.packedFiles[1], "C:\\a.bmp");
+    EXPECT_EQ(record.packedRatios[1], 7);
+    EXPECT_EQ(record.packedFiles[2], "C:\\b.bmp");
+    EXPECT_EQ(record.packedFiles[3], "");
 }
 
 TEST(PackedImages, AreForgottenWhenTheSetBecomesEmpty) {
@@ -121,8 +121,8 @@ TEST(PackedImages, AreForgottenWhenTheSetBecomesEmpty) {
     packImages(record);
     record.imageFiles[1].clear();
     packImages(record);
-    EXPECT_EQ(record.packedCount, 0);
-    EXPECT_EQ(record.packedImages[0], "");
+    EXPECT_EQ(record.imageCount, 0);
+    EXPECT_EQ(record.packedFiles[0], "");
 }
 
 TEST(OverflowFiles, AreNeededFromTheFortySixthTrackOnByEitherCount) {

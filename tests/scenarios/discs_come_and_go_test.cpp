@@ -123,8 +123,7 @@ TEST_F(Discs, EscapeInTheWaitingWindowPaintsItRedAndEnds) {
 TEST_F(Discs, AnImageDroppedOnTheWaitingWindowGoesIntoTheDrive) {
     windows().show("CD1st");
     waiting().Form_FilesDropped({"Z:\\music\\disc.cue"});
-    ASSERT_THAT(machine.world.drives.images, SizeIs(1));
-    EXPECT_EQ(machine.world.drives.images.begin()->second, "Z:\\music\\disc.cue");
+    EXPECT_THAT(machine.world.drives.images, testing::ElementsAre(testing::Pair('D', "Z:\\music\\disc.cue")));
 }
 
 TEST_F(Discs, AnImageThatIsRefusedIsToldWithItsReason) {
@@ -139,7 +138,93 @@ TEST_F(Discs, TheKeyOfTheWaitingWindowAsksForAnImage) {
     windows().show("CD1st");
     machine.world.dialogs.fileAnswers.push_back("Z:\\a.cue");
     waiting().insertImageKey.press();
-    EXPECT_THAT(machine.world.drives.images, SizeIs(1));
+    EXPECT_THAT(machine.world.drives.images, testing::ElementsAre(testing::Pair('D', "Z:\\a.cue")));
+}
+
+TEST_F(Discs, ADecisionThatHasBeenTakenIsNotTakenAgain) {
+    windows().show("CD1st");
+    shared().discKey = "CD-ROM";
+    machine.insert(fakes::makeDisc(5, 60));
+    machine.run(2s);
+    EXPECT_THAT(machine.world.cd.log, testing::IsEmpty());
+    EXPECT_FALSE(windows().isLoaded("CDForm"));
+}
+
+TEST_F(Discs, AnUnseenWaitingWindowStillTakesADiscInLiteMode) {
+    shared().runMode = "CDLITE";
+    windows().load("CD1st");
+    machine.insert(fakes::makeDisc(5, 60));
+    machine.run(2s);
+    ASSERT_TRUE(windows().isLoaded("CDForm"));
+    EXPECT_TRUE(machine.sounding());
+    EXPECT_EQ(machine.player().WindowState, forms::WindowState::minimised);
+}
+
+TEST_F(Discs, ADriveHeldByAnotherProgramIsNoDiscAndTheLinesStand) {
+    machine.world.cd.openFault = platform::CdOpenFault::inUse;
+    windows().show("CD1st");
+    machine.run(2s);
+    EXPECT_TRUE(windows().isVisible("CD1st"));
+    EXPECT_EQ(waiting().firstLine.Caption.get(), "Please Insert an Audio CD");
+    EXPECT_TRUE(machine.world.dialogs.boxes.empty());
+}
+
+TEST_F(Discs, ADataDiscGivesTheNormalPointerBack) {
+    windows().show("CD1st");
+    machine.world.system.setPointer(platform::PointerShape::hourglass);
+    machine.world.files.drive('D').ready = true;
+    machine.world.files.put("D:\\SETUP.EXE", "MZ");
+    machine.world.cd.insert(fakes::makeDisc(1, 60));
+    machine.run(1s);
+    EXPECT_EQ(machine.world.system.pointer, platform::PointerShape::normal);
+}
+
+TEST_F(Discs, WhatWasKnownOfTheLastDiscDoesNotShowWithTheNext) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    saveRecord("A", "B", 5);
+    windows().unload("CDForm");
+    machine.openPlayer();
+    machine.program.record.discExtras[3] = "http://a.example";
+    machine.program.record.trackTitles[60] = "Old";
+    pullOut();
+    machine.run(5s);
+    machine.insert(fakes::makeDisc(4, 70));
+    machine.run(2s);
+    EXPECT_EQ(machine.program.record.discArtist, "");
+    EXPECT_EQ(machine.program.record.discExtras[3], "");
+    EXPECT_EQ(machine.program.record.trackTitles[60], "");
+    machine.press(transport::play);
+    machine.run(2s);
+    EXPECT_EQ(face().upperLine.Caption.get(), "");
+}
+
+TEST_F(Discs, HelpOfTheWaitingWindowIsTheFirstTopic) {
+    windows().show("CD1st");
+    shared().helpTopic = 9;
+    machine.world.files.put("C:\\Tessarel\\cdhelp.exe", "MZ");
+    waiting().Form_KeyDown(forms::keys::f1, 0);
+    EXPECT_EQ(machine.world.processes.lastCommand(), "CDHELP.EXE 0");
+    waiting().Form_KeyDown(forms::keys::help, 0);
+    EXPECT_EQ(machine.world.processes.started.size(), 2U);
+}
+
+TEST_F(Discs, HelpOfThePlayerIsTopicFifteen) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.world.files.put("C:\\Tessarel\\cdhelp.exe", "MZ");
+    machine.player().Form_KeyDown(forms::keys::f1, 0);
+    EXPECT_EQ(machine.world.processes.lastCommand(), "CDHELP.EXE 15");
+}
+
+TEST_F(Discs, TheWaitingWindowShutsTheDrawerOfThePlayerBeforeItOpensItAnew) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.press(transport::eject);
+    ASSERT_EQ(machine.player().drawerPosition, audio::CDForm::drawerSteps);
+    machine.world.files.clear('D');
+    const auto before = machine.world.scheduler.waited();
+    machine.insert(fakes::makeDisc(3, 60));
+    machine.run(500ms);
+    EXPECT_EQ(machine.world.scheduler.waited() - before, 110ms * audio::CDForm::drawerSteps);
+    EXPECT_EQ(machine.player().drawerPosition, 0);
 }
 
 // ---- Loading ----
@@ -382,6 +467,18 @@ TEST_F(Discs, WithTheDrawerOpenPressesDoNothingExceptEject) {
     machine.choose(modeKeys::single);
     machine.pick(2);
     face().Image10[functionKeys::random].press();
+    face().statusBar.pressAt(500);
+    for (int key = 0; key < audio::seekKeys::count; ++key) {
+        machine.player().scntla_MouseDown(key);
+        machine.player().scntla_MouseUp(key);
+    }
+    for (int key = 0; key < audio::programKeys::count; ++key) {
+        machine.player().Image16_Click(key);
+    }
+    machine.player().Text1_Enter();
+    machine.player().Label30_Click();
+    machine.player().Timer2_Timer();
+    machine.player().Timer3_Timer();
     EXPECT_THAT(machine.world.cd.log, testing::IsEmpty());
     EXPECT_EQ(machine.state().playMode, audio::wholeDisc);
     machine.press(transport::eject);
@@ -391,13 +488,18 @@ TEST_F(Discs, WithTheDrawerOpenPressesDoNothingExceptEject) {
 TEST_F(Discs, EjectWithTheDrawerTakesTheTrayOutWhenTheOptionSaysSo) {
     shared().audioOptions[2] = 1;
     machine.openPlayer(fakes::makeDisc(5, 60));
-    machine.press(transport::play);
-    machine.run(2s);
-    pullOut();
     machine.world.cd.log.clear();
-    machine.run(5s);
+    machine.player().opendrawer();
+    EXPECT_THAT(machine.world.cd.log, testing::Contains("eject"));
     EXPECT_TRUE(windows().isVisible("CD1st"));
     EXPECT_EQ(shared().discDrawerOpen, 1);
+}
+
+TEST_F(Discs, WithoutThatOptionTheDrawerLeavesTheTrayAlone) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.world.cd.log.clear();
+    machine.player().opendrawer();
+    EXPECT_THAT(machine.world.cd.log, testing::Not(testing::Contains("eject")));
 }
 
 TEST_F(Discs, TheDrawerOpensInStepsOfElevenHundredths) {
@@ -415,7 +517,40 @@ TEST_F(Discs, AHardwareErrorClosesTheDeviceWithoutAWord) {
     EXPECT_TRUE(machine.world.dialogs.boxes.empty());
 }
 
-TEST_F(Discs, OtherCompletionCodesAreIgnored) {
+TEST_F(Discs, OtherErrorCodesOfCompletionAreIgnored) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.press(transport::play);
+    machine.player().MMControl1_PlayCompleted(282);
+    machine.player().MMControl1_PlayCompleted(277);
+    EXPECT_TRUE(machine.sounding());
+}
+
+TEST_F(Discs, ADriveHeldByAnotherProgramEndsTheWholeProgramFromThePlayer) {
+    machine.insert(fakes::makeDisc(5, 60));
+    machine.world.cd.openFault = platform::CdOpenFault::inUse;
+    EXPECT_TRUE(fakes::endsProcess([this] { windows().show("CDForm"); }));
+    EXPECT_EQ(machine.world.dialogs.boxes.back().title, "Attention!");
+}
+
+TEST_F(Discs, TwoDrivesThatReportLengthsDifferentlyGiveTwoRecords) {
+    machine.openPlayer(fakes::makeToc({60 * 75, 60 * 75}));
+    const auto first = machine.program.record.discFileId;
+    windows().unload("CDForm");
+    machine.openPlayer(fakes::makeToc({60 * 75 + 1, 60 * 75 - 1}));
+    EXPECT_NE(machine.program.record.discFileId, first);
+}
+
+TEST_F(Discs, TheMixerStartsWithTheWindowOncePerRun) {
+    shared().audioOptions[3] = 1;
+    shared().mixerPath = "C:\\WINDOWS\\sndvol32.exe";
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    EXPECT_EQ(machine.world.processes.started.size(), 1U);
+    windows().unload("CDForm");
+    machine.openPlayer();
+    EXPECT_EQ(machine.world.processes.started.size(), 1U);
+}
+
+TEST_F(Discs, OtherCompletionCodesLeaveAStoppedPlayerAlone) {
     machine.openPlayer(fakes::makeDisc(5, 60));
     machine.player().MMControl1_PlayCompleted(0);
     machine.player().MMControl1_PlayCompleted(277);

@@ -20,6 +20,7 @@ class StartUp : public testing::Test {
 protected:
     StartUp() {
         fakes::declarePlain(world.windows, {"cdmenu", "CD1st", "CDForm", "RDtessarel", "animate", "animbg", "Form26"});
+        world.windows.onLoaded = [this](forms::Form& form) { opened.push_back(form.name()); };
         world.state = SharedState{};
         world.state.driveWarningIgnored = 0;
         settings.dataDir = "C:\\Tessarel";
@@ -56,6 +57,7 @@ protected:
     bool startUpIsGone() const { return !world.windows.isLoaded("Load1st"); }
 
     fakes::World world;
+    Names opened;  ///< every window, in the order in which they came
     SharedState& state = world.state;
     Settings settings;
     bool hasTslwin1 = true;
@@ -129,6 +131,7 @@ TEST_F(StartUp, InTheUnseenModeTheWaitingWindowAndTheWallpaperAreLoadedButNotSho
 TEST_F(StartUp, AMediaFileOpensTheMediaWindowOverItsBackground) {
     EXPECT_FALSE(start("c:\\My Films\\a.avi"));
     EXPECT_EQ(visible(), (Names{"animate", "animbg"}));
+    EXPECT_EQ(opened, (Names{"Load1st", "animbg", "animate"}));
     EXPECT_EQ(state.runMode, "C:\\MY FILMS\\A.AVI");
     EXPECT_EQ(state.openedDirectly, 1);
     EXPECT_TRUE(startUpIsGone());
@@ -344,6 +347,16 @@ TEST_F(StartUp, AMissingLibraryAsksForTheDataDirectoryAndThenSetsUp) {
     EXPECT_EQ(world.files.bytes("C:\\WINDOWS\\SYSTEM\\TSLWIN.INI"), tslwinBytes(settings));
 }
 
+TEST_F(StartUp, ASetUpThatCannotBeStartedIsToldAndWhatWasReadStillServes) {
+    settings.cdDrive = "Q:\\";
+    settings.cdRomEnabled = 0;
+    world.processes.failAll = Fault::notFound;
+    EXPECT_FALSE(start());
+    EXPECT_NE(world.dialogs.lastText().find("cdsetup.exe"), std::string::npos);
+    EXPECT_EQ(visible(), Names{"cdmenu"});
+    EXPECT_EQ(state.setupRequested, 0);
+}
+
 TEST_F(StartUp, ASetUpThatCannotBeStartedFromThereIsToldToo) {
     world.files.remove("C:\\Tessarel\\cdromlib.grp");
     world.dialogs.inputAnswers = {"C:\\Tessarel"};
@@ -416,6 +429,7 @@ TEST_F(StartUp, WallpaperModeThreeShowsTheWallpaperUnderTheFirstWindow) {
     settings.startInDiscWindows = 1;
     EXPECT_FALSE(start());
     EXPECT_EQ(visible(), (Names{"CD1st", "Form26"}));
+    EXPECT_EQ(opened, (Names{"Load1st", "Form26", "CD1st"}));
 }
 
 TEST_F(StartUp, WallpaperModeTwoWaitsForAWindowOfItsOwn) {

@@ -56,6 +56,14 @@ class BrokenSettings(unittest.TestCase):
         for name in LESS_NEEDED:
             self.assert_opens_and_ends("binary", name)
 
+    def test_of_the_start_file_still_open_the_waiting_window(self):
+        for kind, content in SPOILT.items():
+            home = desktop.new_home()
+            home.file("TSLWIN1.INI").write_bytes(content)
+            with self.subTest(kind), desktop.running(home=home) as running:
+                sight.find(running, WAITING)
+                self.assertEqual(running.close_by_escape(), 0)
+
     def test_that_are_missing_but_for_the_needed_ones_still_play_the_disc(self):
         home = desktop.new_home()
         for name in LESS_NEEDED:
@@ -252,6 +260,12 @@ class TheCommandLine(unittest.TestCase):
                 told = answer(*wrong)
                 self.assertEqual((told.returncode, told.stdout), (2, ""))
                 self.assertIn("Try --help.", told.stderr)
+
+    def test_tells_of_a_window_that_is_not_there(self):
+        for word in ("RDLIB", "MEDIA", "music.wav"):
+            with self.subTest(word), desktop.running(word) as running:
+                self.assertIn(word, sight.message(running))
+                sight.answer(running, "OK")
 
     def test_says_so_when_there_is_no_display(self):
         env = {name: value for name, value in desktop.env.items() if name != "DISPLAY"}

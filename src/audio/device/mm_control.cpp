@@ -150,6 +150,15 @@ int MMControl::firstAudioTrackFrom(int track) const {
     return track;
 }
 
+int MMControl::lastAudioTrackUpTo(int track) const {
+    const auto disc = toc();
+    int n = disc ? std::min(track, static_cast<int>(disc->tracks.size())) : 0;
+    while (n > 0 && !disc->tracks[static_cast<std::size_t>(n - 1)].audio) {
+        --n;
+    }
+    return std::max(n, 0);
+}
+
 std::int32_t MMControl::TrackLength() const {
     const auto disc = toc();
     if (!disc || track_ < 1 || track_ > static_cast<int>(disc->tracks.size())) {
@@ -191,8 +200,8 @@ std::optional<Frames> MMControl::addressOf(std::int32_t tmsf) const {
     if (!disc || time.track < 1 || time.track > static_cast<int>(disc->tracks.size())) {
         return std::nullopt;
     }
-    const Frames at = disc->tracks[static_cast<std::size_t>(time.track - 1)].start +
-                      toFrames({time.minutes, time.seconds, time.frames});
+    const Frames at =
+        disc->tracks[static_cast<std::size_t>(time.track - 1)].start + toFrames({time.minutes, time.seconds, time.frames});
     return at < disc->leadOut ? std::optional(at) : std::nullopt;
 }
 

@@ -66,12 +66,14 @@ public:
     bool CanPlay() const { return canPlay_; }
 
     int Mode() const;
-    int Tracks() const;                  ///< 0 means no disc
+    int Tracks() const;  ///< 0 means no disc
     /// The first track from this one on that holds sound; the track itself when none does.
     int firstAudioTrackFrom(int track) const;
-    std::int32_t TrackLength() const;    ///< packed MSF of the selected track
-    std::int32_t Length() const;         ///< packed MSF of the whole disc
-    std::int32_t Position() const;       ///< packed TMSF; the last one known when there is no disc
+    /// The last track up to this one that holds sound; 0 when there is none.
+    int lastAudioTrackUpTo(int track) const;
+    std::int32_t TrackLength() const;  ///< packed MSF of the selected track
+    std::int32_t Length() const;       ///< packed MSF of the whole disc
+    std::int32_t Position() const;     ///< packed TMSF; the last one known when there is no disc
     bool isOpen() const { return open_; }
 
     /// The answer to a command string: "set cdaudio time format milliseconds" (none) or "status cdaudio position" (decimal

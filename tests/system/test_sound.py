@@ -52,6 +52,23 @@ def digits(running, name):
     return sight.text(running, name)
 
 
+class TheComparison(unittest.TestCase):
+    """What the other tests rest on: it finds a single sample that is wrong."""
+
+    def test_takes_the_disc_between_silences(self):
+        self.assertIsNone(differences(bytes(400) + disc.sound + bytes(400), disc.sound))
+
+    def test_finds_a_sample_that_is_missing_twice_there_or_changed(self):
+        sound, at = disc.sound, len(disc.sound) // 2 // SAMPLE * SAMPLE
+        for wrong in (sound[:at] + sound[at + SAMPLE:], sound[:at + SAMPLE] + sound[at:], sound[:at] + b"\1\2\3\4" + sound[at + SAMPLE:],
+                      sound[:at] + bytes(SAMPLE) + sound[at:], sound[SAMPLE:], sound[:-SAMPLE]):
+            self.assertIsNotNone(differences(bytes(400) + wrong + bytes(400), sound))
+
+    def test_finds_sound_before_and_behind_the_disc(self):
+        for wrong in (b"\1\0\0\0" + disc.sound, disc.sound + b"\0\0\0\1"):
+            self.assertIsNotNone(differences(bytes(400) + wrong + bytes(400), disc.sound))
+
+
 class AWholeDisc(unittest.TestCase):
     """All plays go on at the same time, each into a server of its own."""
 

@@ -28,12 +28,8 @@ struct Tmsf {
 };
 
 /// bits 0-7 minutes, 8-15 seconds, 16-23 frames.
-constexpr std::int32_t packMsf(const Msf& t) {
-    return (t.minutes & 0xFF) | (t.seconds & 0xFF) << 8 | (t.frames & 0xFF) << 16;
-}
-constexpr Msf unpackMsf(std::int32_t packed) {
-    return {packed & 0xFF, packed >> 8 & 0xFF, packed >> 16 & 0xFF};
-}
+constexpr std::int32_t packMsf(const Msf& t) { return (t.minutes & 0xFF) | (t.seconds & 0xFF) << 8 | (t.frames & 0xFF) << 16; }
+constexpr Msf unpackMsf(std::int32_t packed) { return {packed & 0xFF, packed >> 8 & 0xFF, packed >> 16 & 0xFF}; }
 
 /// bits 0-7 track, 8-15 minutes, 16-23 seconds, 24-31 frames.
 constexpr std::int32_t packTmsf(const Tmsf& t) {
@@ -49,8 +45,6 @@ constexpr Tmsf unpackTmsf(std::int32_t packed) {
 }
 
 constexpr Frames toFrames(const Msf& t) { return (t.minutes * 60 + t.seconds) * framesPerSecond + t.frames; }
-constexpr Msf fromFrames(Frames f) {
-    return {f / (60 * framesPerSecond), f / framesPerSecond % 60, f % framesPerSecond};
-}
+constexpr Msf fromFrames(Frames f) { return {f / (60 * framesPerSecond), f / framesPerSecond % 60, f % framesPerSecond}; }
 
 }  // namespace tessarel

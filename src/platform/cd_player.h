@@ -10,11 +10,11 @@
 namespace tessarel::platform {
 
 struct CdTrack {
-    int number = 0;        ///< 1 to 99
-    Frames start = 0;      ///< frame address of its INDEX 01; the disc's program area begins at 0
-    Frames length = 0;     ///< frames up to the next track's INDEX 01, or to the lead-out of its session
-    bool audio = true;     ///< data tracks are never played
-    std::string title;     ///< from the disc's own CD-TEXT, or empty
+    int number = 0;     ///< 1 to 99
+    Frames start = 0;   ///< frame address of its INDEX 01; the disc's program area begins at 0
+    Frames length = 0;  ///< frames up to the next track's INDEX 01, or to the lead-out of its session
+    bool audio = true;  ///< data tracks are never played
+    std::string title;  ///< from the disc's own CD-TEXT, or empty
     std::string performer;
     bool operator==(const CdTrack&) const = default;
 };

@@ -10,7 +10,7 @@
 namespace tessarel::host {
 
 /// A longer sheet is no sheet.
-inline constexpr std::size_t largestSheetBytes = 1024 * 1024;
+inline constexpr std::size_t largestSheetBytes = std::size_t{1024} * 1024;
 inline constexpr int mostTracks = 99;
 
 /// What a FILE line says of its file. Whether a sample file is WAVE, AIFF or FLAC is told by its content, not by this word.

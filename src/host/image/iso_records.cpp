@@ -61,7 +61,7 @@ std::optional<std::string> wideText(std::string_view bytes) {
     return out;
 }
 
-std::string labelText(std::string bytes, bool joliet) {
+std::string labelText(const std::string& bytes, bool joliet) {
     std::string label = joliet ? wideText(bytes).value_or("") : text::decodeLatin1(bytes);
     label = label.substr(0, label.find('\0'));
     std::replace_if(

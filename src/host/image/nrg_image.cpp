@@ -9,7 +9,7 @@
 namespace tessarel::host {
 namespace {
 
-constexpr std::int64_t mostListBytes = 1024 * 1024;
+constexpr std::int64_t mostListBytes = std::int64_t{1024} * 1024;
 constexpr std::int64_t footerBytes = 12;
 
 Result<std::string> readText(ImageFile& file, std::int64_t at, std::int64_t count) {

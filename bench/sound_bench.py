@@ -25,7 +25,7 @@ from harness import SAMPLE, SECOND, Desktop, differences, wait_for  # noqa: E402
 
 CALM = 1.0  # load average of the last minute
 CALM_WAIT = float(os.environ.get("TESSAREL_BENCH_WAIT", "180"))  # seconds
-STARTS = 10
+STARTS = 25
 PLAYS = 10
 TICKS = os.sysconf("SC_CLK_TCK")
 

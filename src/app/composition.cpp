@@ -203,7 +203,8 @@ Result<std::string> listDrives(const Options& options) {
     return driveList(drives, drives, folderC.string(), host::openIsoDiscVolume);
 }
 
-int runProgram(const Options& options, const Installation& installation, const std::string& workingDirectory) {
+int runProgram(const Options& options, const Installation& installation, const std::string& workingDirectory,
+               const std::function<void()>& beforeFirstText) {
     const fs::path home = options.home;
     endPlayingOn(home);
     if (const auto made = host::provisionHome(home, installation.data); !made) {
@@ -213,7 +214,9 @@ int runProgram(const Options& options, const Installation& installation, const s
         }
         return 1;
     }
-    return Composition(home, installation).run(options, workingDirectory);
+    Composition composition(home, installation);
+    beforeFirstText();
+    return composition.run(options, workingDirectory);
 }
 
 }  // namespace tessarel::app

@@ -1,5 +1,6 @@
 #pragma once
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -21,7 +22,9 @@ Installation findInstallation(const std::filesystem::path& program);
 Result<std::string> listDrives(const Options& options);
 
 /// Builds the program on the desktop's adapters and runs it to its end, which may come after that of its windows when a disc
-/// plays on. Returns the exit status. There is an application object; the home need not exist.
-int runProgram(const Options& options, const Installation& installation, const std::string& workingDirectory);
+/// plays on. `beforeFirstText` is called just before anything is written on a window. Returns the exit status. There is an
+/// application object; the home need not exist.
+int runProgram(const Options& options, const Installation& installation, const std::string& workingDirectory,
+               const std::function<void()>& beforeFirstText);
 
 }  // namespace tessarel::app

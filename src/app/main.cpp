@@ -8,13 +8,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <vector>
 
 #include "app/composition.h"
 #include "app/options.h"
-#include "host/desktop/window_finder.h"
+#include "host/desktop/font_warm_up.h"
 
 namespace {
 
@@ -40,8 +41,13 @@ int fail(const std::string& message, int status) {
     return status;
 }
 
-// Whether Qt will find its windows elsewhere than on an X server.
-bool otherPlatform() { return !variable("QT_QPA_PLATFORM").empty() || !variable("WAYLAND_DISPLAY").empty(); }
+// While the application object is made: what Qt can't start without is told in a sentence, in place of a dump.
+void tellMissingDisplay(QtMsgType type, const QMessageLogContext& /*context*/, const QString& /*text*/) {
+    if (type == QtFatalMsg) {
+        fail("There is no display to open a window on. Start it from a desktop session, or set DISPLAY.", statusFailure);
+        std::_Exit(statusFailure);
+    }
+}
 
 int printDrives(const app::Options& options) {
     const auto list = app::listDrives(options);
@@ -53,15 +59,13 @@ int printDrives(const app::Options& options) {
 }
 
 int openProgram(char* programName, const app::Options& options, const std::string& workingDirectory) {
-    auto display = otherPlatform() ? nullptr : host::holdDisplay();
-    if (!display && !otherPlatform()) {
-        return fail("There is no display to open a window on. Start it from a desktop session, or set DISPLAY.", statusFailure);
-    }
+    std::optional<host::FontWarmUp> fonts(std::in_place);
     // The words behind the name are the program's own: Qt must not take any of them for an option.
     int count = 1;
     char* names[] = {programName, nullptr};
+    qInstallMessageHandler(tellMissingDisplay);
     QApplication application(count, names);
-    display.reset();
+    qInstallMessageHandler(nullptr);
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setApplicationName("tessarel");
     QApplication::setApplicationVersion(TESSAREL_VERSION);
@@ -70,7 +74,7 @@ int openProgram(char* programName, const app::Options& options, const std::strin
     // The look-up of an icon takes longer than the first window shall wait for.
     QTimer::singleShot(iconDelay, &application, [] { QApplication::setWindowIcon(QIcon::fromTheme(desktopId)); });
     const auto installation = app::findInstallation(QCoreApplication::applicationFilePath().toStdString());
-    return app::runProgram(options, installation, workingDirectory);
+    return app::runProgram(options, installation, workingDirectory, [&] { fonts.reset(); });
 }
 
 }  // namespace

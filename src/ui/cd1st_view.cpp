@@ -20,10 +20,10 @@ Cd1stView::Cd1stView(const Cd1stParts& parts, const Theme& theme)
     insert->place(QRectF(322, 186, 170, 34), 4);
     bind(*insert, parts.insertImageKey);
 
-    auto* first = new GlassLabel(theme, this, {.size = 17, .weight = QFont::Medium, .color = palette::green});
+    auto* first = new GlassLabel(theme, this, {.size = 17, .weight = QFont::DemiBold, .color = palette::green});
     first->place(QRectF(160, 84, 312, 24), 3);
     bind(*first, parts.firstLine);
-    auto* second = new GlassLabel(theme, this, {.size = 15});
+    auto* second = new GlassLabel(theme, this, {.size = 13});  // few sizes of type: each takes time at the start
     second->place(QRectF(160, 111, 312, 21), 3);
     bind(*second, parts.secondLine);
 
@@ -43,7 +43,7 @@ Cd1stView::Cd1stView(const Cd1stParts& parts, const Theme& theme)
 void Cd1stView::drawBackground(QPainter& painter) {
     theme().paintGlass(painter, glass);
     paintDisc(painter, QPointF(95, 109), 42);
-    const auto hint = theme().font(11.5);
+    const auto hint = theme().font(11);
     theme().paintText(painter, 28, 200, QStringLiteral("You may also drop an image of a disc"), hint, QColor(palette::title));
     theme().paintText(painter, 28, 216, QStringLiteral("(CUE, TOC, NRG, ISO) on this window."), hint, QColor(palette::title));
 }

@@ -93,22 +93,20 @@ double luminance(const QColor& color) {
     return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 
-QString textFamily() {
-    const QString wanted = QStringLiteral("Inter");
-    return QFontDatabase::hasFamily(wanted) ? wanted : QStringLiteral("DejaVu Sans");
-}
-
 }  // namespace
 
 Theme::Theme(double scale, const PanelColors& panel)
-    : scale_(scale),
-      panel_(panel),
-      hasSegments_(QFontDatabase::hasFamily(QStringLiteral("DSEG7 Classic"))),
-      family_(textFamily()),
-      pointsPerPixel_(72.0 / QGuiApplication::primaryScreen()->logicalDotsPerInchY()) {}
+    : scale_(scale), panel_(panel), pointsPerPixel_(72.0 / QGuiApplication::primaryScreen()->logicalDotsPerInchY()) {}
+
+bool Theme::hasSegments() const {
+    if (!hasSegments_) {
+        hasSegments_ = QFontDatabase::hasFamily(QStringLiteral("DSEG7 Classic"));
+    }
+    return *hasSegments_;
+}
 
 QFont Theme::font(double size, int weight, double spacing) const {
-    QFont font(family_);
+    QFont font({QStringLiteral("Inter"), QStringLiteral("DejaVu Sans")});
     font.setPointSizeF(size * pointsPerPixel_);
     font.setWeight(static_cast<QFont::Weight>(weight));
     font.setHintingPreference(QFont::PreferNoHinting);
@@ -119,7 +117,7 @@ QFont Theme::font(double size, int weight, double spacing) const {
 }
 
 QFont Theme::segmentFont(double size, bool segments) const {
-    if (!segments || !hasSegments_) {
+    if (!segments || !hasSegments()) {
         return font(size * 1.1, QFont::DemiBold);
     }
     QFont font(QStringLiteral("DSEG7 Classic"));

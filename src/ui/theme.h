@@ -7,6 +7,7 @@
 #include <QRectF>
 #include <QString>
 #include <array>
+#include <optional>
 
 #include "base/color.h"
 
@@ -65,7 +66,7 @@ public:
     QFont font(double size, int weight = QFont::Normal, double spacing = 0) const;
     /// Segment digits where the machine has them, the text font otherwise.
     QFont segmentFont(double size, bool segments) const;
-    bool hasSegments() const { return hasSegments_; }
+    bool hasSegments() const;
 
     /// The state colours of the standard settings have looks of their own; a colour that the user has chosen is used as it is.
     Accent accent(Color color) const;
@@ -87,8 +88,7 @@ public:
 private:
     double scale_;
     const PanelColors& panel_;
-    bool hasSegments_;
-    QString family_;
+    mutable std::optional<bool> hasSegments_;  ///< asked for at the first digit only: the look-up takes time
     double pointsPerPixel_;
     mutable QHash<QString, QPixmap> glows_;
 };

@@ -86,7 +86,6 @@ private:
 };
 
 TEST_F(WindowFinder, EitherPartOfTheClassCounts) {
-    ASSERT_NE(holdDisplay(), nullptr);
     const auto window = newWindow();
     setText(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, std::string("calc\0SciCalc\0", 13));
     EXPECT_TRUE(findWindow("SciCalc", ""));
@@ -145,7 +144,6 @@ TEST_F(WindowFinder, TwoEmptyTextsFindNothing) {
 
 TEST(WindowFinderWithoutServer, NothingIsFound) {
     const ScopedVariable nowhere("DISPLAY", ":65001");
-    EXPECT_EQ(holdDisplay(), nullptr);
     EXPECT_FALSE(findWindow("SciCalc", ""));
     EXPECT_FALSE(findWindow("", "Volume Control"));
 }

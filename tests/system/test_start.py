@@ -48,6 +48,13 @@ class BrokenSettings(unittest.TestCase):
             sight.find(running, "Next track")
             self.assertEqual(running.close_by_escape(), 0)
 
+    def test_of_the_start_file_still_open_a_window(self):
+        for kind in SPOILT:
+            home = desktop.new_home()
+            home.file("TSLWIN1.INI").write_bytes(SPOILT[kind])
+            with self.subTest(kind), desktop.running(home=home) as running:
+                running.await_window(seconds=5)
+
     def test_of_any_kind_still_let_the_player_come_and_go(self):
         for kind in SPOILT:
             self.assert_opens_and_ends(kind, *LESS_NEEDED)

@@ -134,11 +134,6 @@ bool anyHolds(Session& session, const std::vector<xcb_window_t>& windows, xcb_at
 
 }  // namespace
 
-std::shared_ptr<void> holdDisplay() {
-    auto session = std::make_shared<Session>();
-    return session->alive() ? session : nullptr;
-}
-
 bool findWindow(std::string_view windowClass, std::string_view caption) {
     if (windowClass.empty() && caption.empty()) {
         return false;

@@ -19,24 +19,6 @@ constexpr std::array<char32_t, 32> windows1252 = {0x20AC, 0x81,   0x201A, 0x0192
 
 bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
-void append(std::string& out, char32_t c) {
-    if (c < 0x80) {
-        out += static_cast<char>(c);
-    } else if (c < 0x800) {
-        out += static_cast<char>(0xC0U | c >> 6U);
-        out += static_cast<char>(0x80U | (c & 0x3FU));
-    } else if (c < 0x10000) {
-        out += static_cast<char>(0xE0U | c >> 12U);
-        out += static_cast<char>(0x80U | (c >> 6U & 0x3FU));
-        out += static_cast<char>(0x80U | (c & 0x3FU));
-    } else {
-        out += static_cast<char>(0xF0U | c >> 18U);
-        out += static_cast<char>(0x80U | (c >> 12U & 0x3FU));
-        out += static_cast<char>(0x80U | (c >> 6U & 0x3FU));
-        out += static_cast<char>(0x80U | (c & 0x3FU));
-    }
-}
-
 struct Decoded {
     char32_t character;
     std::size_t bytes;  // how many were taken, at least 1
@@ -159,6 +141,24 @@ std::string decodeOr(std::string_view bytes, bool windows) {
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 }  // namespace
+
+void append(std::string& out, char32_t c) {
+    if (c < 0x80) {
+        out += static_cast<char>(c);
+    } else if (c < 0x800) {
+        out += static_cast<char>(0xC0U | c >> 6U);
+        out += static_cast<char>(0x80U | (c & 0x3FU));
+    } else if (c < 0x10000) {
+        out += static_cast<char>(0xE0U | c >> 12U);
+        out += static_cast<char>(0x80U | (c >> 6U & 0x3FU));
+        out += static_cast<char>(0x80U | (c & 0x3FU));
+    } else {
+        out += static_cast<char>(0xF0U | c >> 18U);
+        out += static_cast<char>(0x80U | (c >> 12U & 0x3FU));
+        out += static_cast<char>(0x80U | (c >> 6U & 0x3FU));
+        out += static_cast<char>(0x80U | (c & 0x3FU));
+    }
+}
 
 bool isValidUtf8(std::string_view bytes) {
     while (!bytes.empty()) {

@@ -14,6 +14,9 @@ std::string decodeLatin1(std::string_view bytes);
 
 bool isValidUtf8(std::string_view bytes);
 
+/// Adds a character to a text.
+void append(std::string& out, char32_t c);
+
 std::size_t length(std::string_view s);
 std::string left(std::string_view s, std::size_t count);
 std::string mid(std::string_view s, std::size_t start);

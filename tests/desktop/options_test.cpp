@@ -12,7 +12,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-const Surroundings surroundings{"", "/home/ada", "/work"};
+const Surroundings surroundings{"", "/home/ada", "/desk"};
 
 Options parsed(const std::vector<std::string>& arguments) { return parseOptions(arguments, surroundings).value(); }
 std::string refused(const std::vector<std::string>& arguments) {
@@ -26,23 +26,23 @@ TEST(Options, WithoutAnyTheHomeLiesInTheUsersDataFolder) {
 }
 
 TEST(Options, TheDesktopsDataFolderTakesPrecedenceUnlessItIsRelative) {
-    EXPECT_EQ(parseOptions({}, {"/data", "/home/ada", "/work"}).value().home, "/data/tessarel");
-    EXPECT_EQ(parseOptions({}, {"data", "/home/ada", "/work"}).value().home, "/home/ada/.local/share/tessarel");
+    EXPECT_EQ(parseOptions({}, {"/data", "/home/ada", "/desk"}).value().home, "/data/tessarel");
+    EXPECT_EQ(parseOptions({}, {"data", "/home/ada", "/desk"}).value().home, "/home/ada/.local/share/tessarel");
 }
 
 TEST(Options, AHomeIsTakenFromTheNextArgumentOrFromBehindAnEqualsSign) {
     EXPECT_EQ(parsed({"--home", "/a b"}).home, "/a b");
     EXPECT_EQ(parsed({"--home=/a=b"}).home, "/a=b");
-    EXPECT_EQ(parsed({"--home", "there/../here"}).home, "/work/here");
+    EXPECT_EQ(parsed({"--home", "there/../here"}).home, "/desk/here");
 }
 
 TEST(Options, ImagesAreInsertedInTheOrderGiven) {
     const auto options = parsed({"--insert", "e=a.cue", "--insert=D=/discs/b.iso"});
-    EXPECT_THAT(options.insertions, ElementsAre(Insertion{'E', "/work/a.cue"}, Insertion{'D', "/discs/b.iso"}));
+    EXPECT_THAT(options.insertions, ElementsAre(Insertion{'E', "/desk/a.cue"}, Insertion{'D', "/discs/b.iso"}));
 }
 
 TEST(Options, AnImagesNameMayHoldAnEqualsSign) {
-    EXPECT_THAT(parsed({"--insert", "E=a=b.cue"}).insertions, ElementsAre(Insertion{'E', "/work/a=b.cue"}));
+    EXPECT_THAT(parsed({"--insert", "E=a=b.cue"}).insertions, ElementsAre(Insertion{'E', "/desk/a=b.cue"}));
 }
 
 TEST(Options, SwitchesAreSeen) {
@@ -91,10 +91,10 @@ TEST(Options, TheHelpTextNamesEveryOption) {
 class CommandLineTest : public ::testing::Test {
 protected:
     CommandLine line(const std::vector<std::string>& words) {
-        return commandLine(words, "/work",
+        return commandLine(words, "/desk",
                            {[](const std::string& path) {
-                                return std::set<std::string>{"/work/disc.cue", "/work/two.iso", "/bin/tool.exe",
-                                                             "/work/a b.exe", "/work/AUDIOCD"}
+                                return std::set<std::string>{"/desk/disc.cue", "/desk/two.iso", "/bin/tool.exe",
+                                                             "/desk/a b.exe", "/desk/AUDIOCD"}
                                     .contains(path);
                             },
                             [](const std::string& path) { return path.ends_with(".cue") || path.ends_with(".iso"); },
@@ -111,7 +111,7 @@ TEST_F(CommandLineTest, WordsAreJoinedByBlanks) {
 TEST_F(CommandLineTest, ARealFileBecomesAPathOfTheProgram) {
     EXPECT_EQ(line({"/bin/tool.exe"}).text, "Z:/bin/tool.exe");
     EXPECT_EQ(line({"../bin/tool.exe"}).text, "Z:/bin/tool.exe");
-    EXPECT_EQ(line({"a b.exe"}).text, "Z:/work/a b.exe");
+    EXPECT_EQ(line({"a b.exe"}).text, "Z:/desk/a b.exe");
 }
 
 TEST_F(CommandLineTest, AFileThatIsNotThereIsPassedOnAsItStands) {
@@ -123,14 +123,14 @@ TEST_F(CommandLineTest, AFileThatIsNotThereIsPassedOnAsItStands) {
 TEST_F(CommandLineTest, ADiscImageIsTakenOut) {
     const auto result = line({"disc.cue", "AUDIO"});
     EXPECT_EQ(result.text, "AUDIO");
-    EXPECT_EQ(result.image, "/work/disc.cue");
+    EXPECT_EQ(result.image, "/desk/disc.cue");
     EXPECT_EQ(line({"AUDIO"}).image, std::nullopt);
 }
 
 TEST_F(CommandLineTest, OfTwoDiscImagesTheFirstIsInserted) {
     const auto result = line({"disc.cue", "two.iso"});
-    EXPECT_EQ(result.image, "/work/disc.cue");
-    EXPECT_EQ(result.text, "Z:/work/two.iso");
+    EXPECT_EQ(result.image, "/desk/disc.cue");
+    EXPECT_EQ(result.text, "Z:/desk/two.iso");
 }
 
 }  // namespace

@@ -22,24 +22,6 @@ std::uint32_t number32(Bytes b, std::size_t at) {
 }
 std::string bytesText(Bytes b) { return {reinterpret_cast<const char*>(b.data()), b.size()}; }
 
-void appendUtf8(std::string& out, unsigned c) {
-    if (c < 0x80) {
-        out += static_cast<char>(c);
-    } else if (c < 0x800) {
-        out += static_cast<char>(0xC0U | c >> 6U);
-        out += static_cast<char>(0x80U | (c & 0x3FU));
-    } else if (c < 0x10000) {
-        out += static_cast<char>(0xE0U | c >> 12U);
-        out += static_cast<char>(0x80U | (c >> 6U & 0x3FU));
-        out += static_cast<char>(0x80U | (c & 0x3FU));
-    } else {
-        out += static_cast<char>(0xF0U | c >> 18U);
-        out += static_cast<char>(0x80U | (c >> 12U & 0x3FU));
-        out += static_cast<char>(0x80U | (c >> 6U & 0x3FU));
-        out += static_cast<char>(0x80U | (c & 0x3FU));
-    }
-}
-
 /// Big-endian UTF-16; nothing when a surrogate stands alone.
 std::optional<std::string> wideText(std::string_view bytes) {
     std::string out;
@@ -56,7 +38,7 @@ std::optional<std::string> wideText(std::string_view bytes) {
             c = 0x10000 + ((c - 0xD800) << 10U) + (low - 0xDC00);
             i += 2;
         }
-        appendUtf8(out, c);
+        text::append(out, c);
     }
     return out;
 }

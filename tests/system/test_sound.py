@@ -221,6 +221,12 @@ class TheEnd(unittest.TestCase):
             await_silence(heard)
 
 
+def seconds_shown(running):
+    """Seconds of the time that the readout shows; 0 while it shows none."""
+    minutes, _, seconds = digits(running, "Time").partition(":")
+    return int(minutes) * 60 + int(seconds) if minutes.isdigit() and seconds.isdigit() else 0
+
+
 class TheSoundServer(unittest.TestCase):
     def test_may_be_killed_and_come_back_and_the_disc_goes_on_at_its_place(self):
         with playing(disc) as (running, heard, server):
@@ -240,19 +246,19 @@ class TheSoundServer(unittest.TestCase):
 
     def test_may_be_missing_and_the_digits_run_all_the_same(self):
         with desktop.running("--insert", f"D={disc.cue}", env={"PULSE_SERVER": "unix:/nonexistent/native"}) as running:
-            wait_for("three seconds of time", lambda: digits(running, "Time") == "0:03" and digits(running, "Track") == "1")
+            wait_for("some seconds of time", lambda: seconds_shown(running) >= 2)
             wait_for("the second track", lambda: digits(running, "Track") == "2", 30)
             self.assertEqual(running.close_by_escape(), 0)
 
     def test_may_come_late_and_the_disc_joins_in_at_its_place(self):
         server = desktop.new_sound_server()
         with desktop.running("--insert", f"D={disc.cue}", env={"PULSE_SERVER": server.address}) as running:
-            wait_for("two seconds of time", lambda: digits(running, "Time") == "0:02")
-            then = time.monotonic()
+            wait_for("some seconds of time", lambda: seconds_shown(running) >= 2)
+            began, then = seconds_shown(running), time.monotonic()
             server.start()
             with server.recording() as heard:
                 first = heard.first_sound()
-                passed = 2.0 + time.monotonic() - then
+                passed = began + time.monotonic() - then
                 heard.await_size(first + SECOND, 30)
                 place = place_of(heard.sound(first)[:CLUE], disc.sound)
                 self.assertGreaterEqual(place, 0, "this is not of the disc")

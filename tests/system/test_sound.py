@@ -246,14 +246,14 @@ class TheSoundServer(unittest.TestCase):
 
     def test_may_be_missing_and_the_digits_run_all_the_same(self):
         with desktop.running("--insert", f"D={disc.cue}", env={"PULSE_SERVER": "unix:/nonexistent/native"}) as running:
-            wait_for("some seconds of time", lambda: seconds_shown(running) >= 2)
+            wait_for("some seconds of time", lambda: digits(running, "Track") == "1" and seconds_shown(running) >= 2)
             wait_for("the second track", lambda: digits(running, "Track") == "2", 30)
             self.assertEqual(running.close_by_escape(), 0)
 
     def test_may_come_late_and_the_disc_joins_in_at_its_place(self):
         server = desktop.new_sound_server()
         with desktop.running("--insert", f"D={disc.cue}", env={"PULSE_SERVER": server.address}) as running:
-            wait_for("some seconds of time", lambda: seconds_shown(running) >= 2)
+            wait_for("some seconds of time", lambda: digits(running, "Track") == "1" and seconds_shown(running) >= 2)
             began, then = seconds_shown(running), time.monotonic()
             server.start()
             with server.recording() as heard:

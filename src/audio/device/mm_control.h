@@ -24,7 +24,6 @@ namespace deviceError {
 inline constexpr int none = 0;
 inline constexpr int hardware = 262;
 inline constexpr int notLoaded = 266;
-inline constexpr int outOfRange = 282;
 inline constexpr int inUse = 291;
 }  // namespace deviceError
 

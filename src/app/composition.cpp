@@ -5,19 +5,25 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QTimer>
+#include <algorithm>
 #include <array>
 #include <memory>
+#include <optional>
 #include <system_error>
+#include <utility>
 
 #include "app/drive_list.h"
 #include "app/end_signals.h"
 #include "app/playing_on.h"
 #include "app/program.h"
 #include "host/cd/cd_players.h"
-#include "host/cd/disc_levels.h"
+#include "host/cd/line_levels.h"
+#include "host/cd/output_mixer.h"
 #include "host/cd/physical_drive.h"
 #include "host/cd/sound_output.h"
+#include "host/desktop/desktop_notifications.h"
 #include "host/desktop/dispatch.h"
+#include "host/desktop/mpris.h"
 #include "host/desktop/pulse_sound_files.h"
 #include "host/desktop/qt_scheduler.h"
 #include "host/desktop/qt_system.h"
@@ -28,6 +34,7 @@
 #include "host/files/launcher.h"
 #include "host/files/real_files.h"
 #include "host/image/disc_image.h"
+#include "ui/cdform_view.h"
 #include "ui/dialogs.h"
 #include "ui/main_windows.h"
 #include "ui/standard_views.h"
@@ -40,6 +47,12 @@ namespace fs = std::filesystem;
 
 /// Between two looks whether a disc that plays on has ended.
 constexpr std::chrono::milliseconds glance{200};
+/// What the program's own command line calls the window that waits for a disc.
+constexpr const char* waitingWindowWord = "CDROMLIB";
+/// The last letter that images are put under: Z: is the real file system.
+constexpr char lastImageDrive = 'Y';
+/// From the start to the desktop's being told of the program, so that the first window does not wait for it.
+constexpr std::chrono::milliseconds busDelay{600};
 
 std::vector<std::unique_ptr<host::DiscDrive>> opticalDrives() {
     std::vector<std::unique_ptr<host::DiscDrive>> drives;
@@ -57,6 +70,20 @@ char firstDiscDrive(const platform::Drives& drives) {
         ++letter;
     }
     return letter;
+}
+
+// In the order of the names; empty for no folder, and for one without an image.
+std::string firstImageIn(const std::string& folder) {
+    std::error_code failed;
+    std::string first;
+    for (fs::directory_iterator at(folder, failed); !failed && at != fs::directory_iterator(); at.increment(failed)) {
+        const auto name = at->path().string();
+        std::error_code ignored;
+        if (host::looksLikeDiscImage(at->path()) && at->is_regular_file(ignored) && (first.empty() || name < first)) {
+            first = name;
+        }
+    }
+    return first;
 }
 
 void report(const std::string& message) { fmt::print(stderr, "tessarel: {}\n", message); }
@@ -80,8 +107,18 @@ std::vector<std::string> insertAll(platform::Drives& drives, const std::vector<I
 
 /// The views of the program's windows. Made before the program starts, gone before it.
 struct Screen {
-    explicit Screen(Program& program) : theme(1, program.state.panelColors), views(program.windows) {
+    Screen(Program& program, const platform::FileSystem& files)
+        : theme(ui::desktopScale(ui::CdFormView::largestDesign()), look(program.state, files)), views(program.windows) {
         ui::knowStandardViews(views, theme, program.player, program.record);
+    }
+
+    // The settings are read after the views are known.
+    static ui::Look look(const shell::SharedState& state, const platform::FileSystem& files) {
+        return {state.panelColors, [&state] { return ui::skinOf(state); },
+                [&files](const std::string& path) -> std::optional<std::string> {
+                    auto bytes = files.read(path);
+                    return bytes ? std::optional(std::move(*bytes)) : std::nullopt;
+                }};
     }
 
     ui::Theme theme;
@@ -98,22 +135,33 @@ public:
           launcher_(files_, {installation.companions, host::commandPathOfEnvironment(), host::findWindow}),
           players_(scheduler_, drives_, sound_),
           levels_(scheduler_, sound_),
+          systemMixer_(scheduler_, sound_),
           system_(QApplication::beep),
-          cues_(scheduler_, files_),
+          cues_(scheduler_, files_, levels_.streams(platform::Line::wave)),
           dialogs_({[this](const std::string& path) { return files_.realPath(path).string(); },
                     [this](const std::string& path) { return files_.programPath(path); }}),
-          program_({scheduler_, files_, drives_, launcher_, dialogs_, system_, cues_, players_, levels_}),
-          screen_(std::make_unique<Screen>(program_)) {}
+          media_(realPath()),
+          notifications_(realPath()),
+          program_({scheduler_, files_, drives_, launcher_, dialogs_, system_, cues_, players_, levels_, systemMixer_, media_,
+                    notifications_}),
+          screen_(std::make_unique<Screen>(program_, files_)) {}
 
     int run(const Options& options, const std::string& workingDirectory) {
         host::guard([&] {
             const auto line = takeImage(options, workingDirectory);
             program_.start(line);
         });
+        QTimer::singleShot(busDelay, qApp, [this] {
+            if (!host::processEnding()) {
+                media_.connect();
+            }
+        });
         if (!host::processEnding()) {
             QApplication::exec();
         }
+        media_.disconnect();
         screen_.reset();
+        program_.end();
         if (players_.sounding() && host::exitStatus() == 0 && !endSignals_.received()) {
             playOn();
         }
@@ -121,22 +169,32 @@ public:
     }
 
 private:
-    // Inserts what the options name, tells of what can't be, and returns the program's own command line.
+    host::RealPath realPath() {
+        return [this](const std::string& path) { return files_.realPath(path); };
+    }
+
+    // Inserts what the options name, tells of what can't be, and returns the program's own command line. A disc that a person
+    // opens plays, and the window that waits for discs takes it, whatever window the settings begin with.
     std::string takeImage(const Options& options, const std::string& workingDirectory) {
         auto insertions = options.insertions;
         const auto line = commandLine(options.words, workingDirectory,
                                       {[](const std::string& path) { return isFile(path); }, host::looksLikeDiscImage,
-                                       [this](const std::string& path) { return files_.programPath(path); }});
-        if (line.image) {
-            insertions.push_back({program_.discDrive(firstDiscDrive(drives_)), *line.image});
+                                       [this](const std::string& path) { return files_.programPath(path); }, firstImageIn});
+        char letter = program_.discDrive(firstDiscDrive(drives_));
+        for (const auto& image : line.images) {
+            insertions.push_back({letter, image});
+            letter = static_cast<char>(std::min(letter + 1, int{lastImageDrive}));
         }
-        for (const auto& refusal : insertAll(drives_, insertions)) {
+        const auto refusals = insertAll(drives_, insertions);
+        const bool opened = line.discInDrive || !line.images.empty();
+        program_.state.playOpenedDisc = opened && refusals.empty() ? 1 : 0;
+        for (const auto& refusal : refusals) {
             report(refusal);
             if (boxesAreSeen()) {
                 dialogs_.message({.text = refusal, .icon = platform::Icon::exclamation});
             }
         }
-        return line.text;
+        return opened && line.text.empty() ? std::string(waitingWindowWord) : line.text;
     }
 
     static bool isFile(const std::string& path) {
@@ -164,10 +222,13 @@ private:
     host::Launcher launcher_;
     host::SoundOutput sound_;
     host::DiscPlayers players_;
-    host::DiscLevels levels_;
+    host::LineLevels levels_;
+    host::OutputMixer systemMixer_;
     host::QtSystem system_;
     host::PulseSoundFiles cues_;
     ui::QtDialogs dialogs_;
+    host::Mpris media_;
+    host::DesktopNotifications notifications_;
     Program program_;
     std::unique_ptr<Screen> screen_;
 };

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QPixmapCache>
 #include <QTimer>
 #include <chrono>
 #include <clocale>
@@ -23,6 +24,7 @@ using namespace tessarel;
 
 constexpr auto desktopId = "org.tessarel.Tessarel";
 constexpr std::chrono::milliseconds iconDelay{500};
+constexpr int pictureCache = 1024;  // KiB; every dialog leaves a third of a MiB in Qt's cache of pictures
 constexpr int statusFailure = 1;
 constexpr int statusWrongOption = 2;
 
@@ -66,6 +68,7 @@ int openProgram(char* programName, const app::Options& options, const std::strin
     qInstallMessageHandler(tellMissingDisplay);
     QApplication application(count, names);
     qInstallMessageHandler(nullptr);
+    QPixmapCache::setCacheLimit(pictureCache);
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setApplicationName("tessarel");
     QApplication::setApplicationVersion(TESSAREL_VERSION);

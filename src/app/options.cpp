@@ -123,18 +123,59 @@ Result<Options> parseOptions(const std::vector<std::string>& arguments, const Su
     return Reader(arguments, surroundings).read();
 }
 
+namespace {
+
+int hexDigit(char c) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    return static_cast<int>(digits.find(static_cast<char>(c >= 'A' && c <= 'F' ? c | 0x20 : c)));
+}
+
+// The path in the address of a local file; any other word as it is. Broken escapes stay as they stand.
+std::string localPath(const std::string& word) {
+    constexpr std::string_view scheme = "file:";
+    if (!word.starts_with(scheme)) {
+        return word;
+    }
+    std::string_view rest = std::string_view(word).substr(scheme.size());
+    for (const std::string_view host : {"//localhost/", "///"}) {
+        rest.remove_prefix(rest.starts_with(host) ? host.size() - 1 : 0);
+    }
+    std::string path;
+    for (std::size_t i = 0; i < rest.size(); ++i) {
+        const int high = rest[i] == '%' && i + 2 < rest.size() ? hexDigit(rest[i + 1]) : -1;
+        const int low = high >= 0 ? hexDigit(rest[i + 2]) : -1;
+        path += low >= 0 ? static_cast<char>(high * 16 + low) : rest[i];
+        i += low >= 0 ? 2 : 0;
+    }
+    return path;
+}
+
+// The disc image that a path stands for; empty for none.
+std::string imageOf(const std::string& path, const std::string& real, const FileKnowledge& files) {
+    if (!path.empty() && files.isFile(real)) {
+        return files.isImage(real) ? real : std::string();
+    }
+    return path.find('/') != std::string::npos && files.imageIn ? files.imageIn(real) : std::string();
+}
+
+}  // namespace
+
 CommandLine commandLine(const std::vector<std::string>& words, const std::string& workingDirectory,
                         const FileKnowledge& files) {
     CommandLine line;
     for (const auto& word : words) {
-        const auto real = absolute(word, workingDirectory);
-        const bool file = !word.empty() && files.isFile(real);
-        if (file && !line.image && files.isImage(real)) {
-            line.image = real;
+        if (word.starts_with("cdda:")) {
+            line.discInDrive = true;
+            continue;
+        }
+        const auto path = localPath(word);
+        const auto real = absolute(path, workingDirectory);
+        if (const auto image = imageOf(path, real, files); !image.empty()) {
+            line.images.push_back(image);
             continue;
         }
         line.text += line.text.empty() ? "" : " ";
-        line.text += file ? files.programPath(real) : word;
+        line.text += !path.empty() && files.isFile(real) ? files.programPath(real) : word;
     }
     return line;
 }
@@ -145,7 +186,10 @@ std::string helpText() {
 Plays audio CDs and disc images.
 
 FILE is a disc image (.cue .toc .nrg .iso .bin .img), which is put into the
-first CD-ROM drive, a program to start, or the track file of an audio CD.
+first CD-ROM drive and played, a program to start, or the track file of an
+audio CD. Its address (file:) will do, too. Further images are put into the
+drives behind the first. A folder stands for the first image in it, and cdda:
+for the disc that is in the drive.
 WORD names the first window: AUDIOCD for the player, CDROMLIB for the window
 that waits for a disc, CDLITE for none until there is a disc. Without either,
 the settings choose it.

@@ -1,6 +1,5 @@
 #pragma once
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,10 +35,11 @@ struct Options {
 /// nothing else. An error says what is wrong in one sentence for the user.
 Result<Options> parseOptions(const std::vector<std::string>& arguments, const Surroundings& surroundings);
 
-/// The program's own command line, and an image that was given in its place.
+/// The program's own command line, and the discs that a person wants to be opened.
 struct CommandLine {
     std::string text;
-    std::optional<std::string> image;  ///< absolute real path
+    std::vector<std::string> images;  ///< absolute real paths
+    bool discInDrive = false;         ///< the disc that is in the drive is meant
 };
 
 /// What can be told of files; each is asked for absolute real paths.
@@ -47,10 +47,12 @@ struct FileKnowledge {
     std::function<bool(const std::string&)> isFile;
     std::function<bool(const std::string&)> isImage;  ///< asked for files only
     std::function<std::string(const std::string&)> programPath;
+    std::function<std::string(const std::string&)> imageIn = {};  ///< the first image in a folder; empty for none
 };
 
 /// Joins words with blanks to the command line. A word that is the real path of an existing file, absolute or from the working
-/// directory on, becomes the program's path of it; the first disc image among them is taken out instead.
+/// directory on, or the address of one ("file:"), becomes the program's path of it. Taken out instead are disc images, folders
+/// with one, given with a slash in their name, and the address of the disc in a drive ("cdda:").
 CommandLine commandLine(const std::vector<std::string>& words, const std::string& workingDirectory, const FileKnowledge& files);
 
 /// The answer to --help.

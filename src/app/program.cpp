@@ -3,7 +3,11 @@
 #include <memory>
 
 #include "apps/cd1st.h"
+#include "audio/aplaylst.h"
 #include "audio/cdform.h"
+#include "audio/cdformbg.h"
+#include "audio/iconmin.h"
+#include "audio/running_mark.h"
 #include "base/text.h"
 #include "platform/dialogs.h"
 #include "platform/file_system.h"
@@ -11,12 +15,15 @@
 #include "shell/ender.h"
 #include "shell/load1st.h"
 #include "shell/settings_text.h"
+#include "volume/volcntl.h"
 
 namespace tessarel::app {
 
 Program::Program(const Platform& p)
-    : windows(p.scheduler), context_{p.scheduler, p.files,     p.drives, p.processes, p.dialogs, p.system,
-                                     p.sounds,    p.cdPlayers, p.levels, windows,     state} {
+    : windows(p.scheduler),
+      context_{p.scheduler, p.files,     p.drives, p.processes,   p.dialogs, p.system,
+               p.sounds,    p.cdPlayers, p.levels, p.systemMixer, windows,   state},
+      session_(context_, p.media, p.notifications, player, record, volume, remote) {
     declareWindows();
 }
 
@@ -26,8 +33,14 @@ void Program::declareWindows() {
     windows.declare("ender", [this](forms::Windows& w) { return std::make_unique<shell::Ender>(w, context_); });
     windows.declare("Form16", [this](forms::Windows& w) { return std::make_unique<shell::Form16>(w, context_); });
     windows.declare("CD1st", [this](forms::Windows& w) { return std::make_unique<apps::CD1st>(w, context_, player, record); });
-    windows.declare("CDForm",
-                    [this](forms::Windows& w) { return std::make_unique<audio::CDForm>(w, context_, player, record, volume); });
+    windows.declare("aplaylst",
+                    [this](forms::Windows& w) { return std::make_unique<audio::aplaylst>(w, context_, player, record); });
+    windows.declare("CDForm", [this](forms::Windows& w) {
+        return std::make_unique<audio::CDForm>(w, context_, player, record, volume, remote, session_);
+    });
+    windows.declare("cdformbg", [this](forms::Windows& w) { return std::make_unique<audio::CdFormBg>(w, context_); });
+    windows.declare("ICONmin", [this](forms::Windows& w) { return std::make_unique<audio::ICONmin>(w, context_); });
+    windows.declare("VolCntl", [this](forms::Windows& w) { return std::make_unique<volume::VolCntl>(w, context_, remote); });
 }
 
 void Program::start(const std::string& commandLine) {
@@ -36,6 +49,12 @@ void Program::start(const std::string& commandLine) {
     if (!windows.anyVisible() && state.runMode != "CDLITE") {
         openWaitingWindow();
     }
+}
+
+void Program::end() {
+    auto& levels = volume::hasDiscLevels(remote, state.volumeMode) ? remote.words : volume;
+    (void)volume::liftMute(context_, levels, platform::Line::disc);
+    audio::deleteRunningMark(context_);
 }
 
 // The window that the settings or the command line ask for is not built: the program still opens where discs are taken.

@@ -12,12 +12,14 @@
 #include "shell/cues.h"
 #include "shell/shared_state.h"
 #include "shell/task_helpers.h"
+#include "shell/window_names.h"
 
 namespace tessarel::apps {
 namespace {
 
 constexpr int pollMs = 300;
 constexpr std::int16_t generalHelp = 0;
+constexpr const char* backingForm = "cdformbg";
 constexpr const char* imageFilter =
     "Disc images (*.cue; *.toc; *.nrg; *.iso; *.bin; *.img)|*.cue;*.toc;*.nrg;*.iso;*.bin;*.img|All files (*.*)|*.*";
 
@@ -26,7 +28,7 @@ DiscFeatures featuresOf(const shell::SharedState& state) { return {state.cdRomEn
 }  // namespace
 
 CD1st::CD1st(forms::Windows& windows, shell::Context context, audio::PlayerState& player, library::DiscRecord& record)
-    : Form(windows, "CD1st"),
+    : Form(windows, shell::waitingWindow),
       Timer2(*this, "Timer2", pollMs, [this] { Timer2_Timer(); }),
       context_(context),
       player_(player),
@@ -67,10 +69,7 @@ void CD1st::Form_KeyDown(int keyCode, int /*shift*/) {
         panel.ForeColor = colors::red;
         platform::endProcess();
     }
-    if (keyCode == forms::keys::f1 || keyCode == forms::keys::help) {
-        context_.state.helpTopic = generalHelp;
-        shell::showHelp(context_);
-    }
+    shell::helpOnKey(context_, keyCode, generalHelp);
 }
 
 void CD1st::Form_MouseDown(forms::MouseButton button) {
@@ -98,12 +97,7 @@ void CD1st::Command1_Click() {
     }
 }
 
-void CD1st::insertImage(const std::string& path) {
-    const auto inserted = context_.drives.insertImage(shell::driveLetter(context_.state.cdDrive), path);
-    if (!inserted) {
-        context_.dialogs.message({"Tessarel", inserted.error().message});
-    }
-}
+void CD1st::insertImage(const std::string& path) { shell::insertOrTell(context_, path); }
 
 void CD1st::prepareDevice() {
     MMControl1.Notify = false;
@@ -126,6 +120,7 @@ void CD1st::Timer2_Timer() {
             break;
         case DiscDecision::wrongKind:
         case DiscDecision::data:  // no window of this version takes data discs
+            context_.state.playOpenedDisc = 0;
             context_.system.setPointer(platform::PointerShape::normal);
             cd1label();
             break;
@@ -161,6 +156,18 @@ void CD1st::cd1label() {
     secondLine.Caption = lines.second;
 }
 
+// The player that is to be replaced shuts its drawer, and what stands behind it hides the change.
+void CD1st::preparePlayer() {
+    auto* player = windows().find<audio::Drawer>(shell::audioCdWindow);
+    if (player == nullptr) {
+        return;
+    }
+    if (player->drawerOpen()) {
+        player->closedrawer();
+    }
+    windows().showBeside(backingForm);
+}
+
 void CD1st::takeAudioDisc() {
     shell::SharedState& state = context_.state;
     context_.system.setPointer(platform::PointerShape::hourglass);
@@ -168,17 +175,14 @@ void CD1st::takeAudioDisc() {
     if (state.activeTessarel == shell::Tessarel::cdRom) {
         windows().unload("CDROMer");
     }
-    if (auto* window = windows().find<audio::Drawer>("CDForm")) {
-        if (window->drawerOpen()) {
-            window->closedrawer();
-        }
-        windows().show("cdformbg");
-        windows().unload("CDForm");  // one load of it serves one disc
+    if (state.activeTessarel == shell::Tessarel::audioCd) {
+        preparePlayer();
     }
+    windows().unload(shell::audioCdWindow);  // one load of it serves one disc
     state.discDrawerOpen = 0;
-    windows().show("CDForm");
-    windows().unload("cdformbg");
-    windows().unload("CD1st");
+    windows().show(shell::audioCdWindow);
+    windows().unload(backingForm);
+    windows().unload(shell::waitingWindow);
 }
 
 }  // namespace tessarel::apps

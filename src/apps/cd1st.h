@@ -42,6 +42,7 @@ private:
     void prepareDevice();
     DiscSigns lookIntoDrive(const DiscFeatures& features);
     void showNoDisc();
+    void preparePlayer();
     void takeAudioDisc();
     void forgetRecord();
     void insertImage(const std::string& path);

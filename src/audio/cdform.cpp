@@ -1,8 +1,10 @@
 #include "audio/cdform.h"
 
 #include "audio/device/audio_device.h"
+#include "audio/iconmin.h"
+#include "audio/program_list.h"
+#include "audio/running_mark.h"
 #include "audio/track_rules.h"
-#include "base/sequential_file.h"
 #include "base/text.h"
 #include "forms/windows.h"
 #include "platform/dialogs.h"
@@ -11,35 +13,34 @@
 #include "platform/process_end.h"
 #include "platform/system.h"
 #include "shell/cues.h"
+#include "shell/panel_colors.h"
 #include "shell/settings_files.h"
 #include "shell/shared_state.h"
 #include "shell/task_helpers.h"
+#include "shell/window_names.h"
 #include "volume/mixer_launch.h"
 
 namespace tessarel::audio {
 namespace {
 
-constexpr int pulseMs = 100;
 constexpr int watchMs = 1100;
 constexpr std::int16_t powerCue = 3;
-constexpr std::int16_t clickCue = 0;
-constexpr std::int16_t playerHelp = 15;
-constexpr const char* notThereYet = "This window is not part of this version yet.";
 
 }  // namespace
 
 CDForm::CDForm(forms::Windows& windows, shell::Context context, PlayerState& player, library::DiscRecord& record,
-               volume::VolumeState& volumeState)
-    : Form(windows, "CDForm"),
+               volume::VolumeState& volumeState, volume::RemoteState& remoteState, PlayerSession& session)
+    : Form(windows, shell::audioCdWindow),
       MMControl1(context.scheduler, context.cdPlayers, [&state = context.state] { return shell::driveLetter(state.cdDrive); }),
       Timer2(*this, "Timer2", pulseMs, [this] { Timer2_Timer(); }),
       Timer3(*this, "Timer3", watchMs, [this] { Timer3_Timer(); }),
       context_(context),
       player_(player),
       record_(record),
-      volume_(context, volumeState,
-              {face.leftSlider, face.rightSlider, face.leftFigure, face.rightFigure, face.Image2[0], face.Image2[1],
-               face.Image9[0], face.Image9[1], face.sliderPanel, face.mixerButton}) {
+      volumeState_(volumeState),
+      remoteState_(remoteState),
+      volume_(context, volumeState, CDForm::volumeControls()),
+      session_(session) {
     MMControl1.StatusUpdate = [this] { dispatch([this] { MMControl1_StatusUpdate(); }); };
     MMControl1.PlayCompleted = [this](int code) { dispatch([this, code] { MMControl1_PlayCompleted(code); }); };
     Width = 15600;
@@ -88,7 +89,17 @@ void CDForm::wireWindow() {
     face.expandKey.Click = [this] { Image20_Click(); };
     face.minimiseKey.Click = [this] { Command3D14_Click(); };
     face.drawerPanel.Click = [this] { Panel3D7_Click(); };
-    face.mixerKey.Click = [this] { startMixer(); };
+    face.mixerKey.Click = [this] {
+        if (context_.state.discDrawerOpen != 1) {
+            startMixer();
+        }
+    };
+    face.upperLine.MouseDown = [this](forms::MouseButton button) { Label12_MouseDown(button); };
+    face.discLamp.Click = [this] { Label14_Click(); };
+    face.enhancedKey.Click = [this] { Label14_Click(); };
+    face.wallpaperLamp.Click = [this] { Label26_Click(); };
+    face.webKey.Click = [this] { SSCommand2_Click(); };
+    giveTips();
 }
 
 void CDForm::Form_Load() {
@@ -97,7 +108,7 @@ void CDForm::Form_Load() {
         state.autoStartMode = 1;
         state.autoStartDone = 0;
     }
-    context_.files.write(runningMark(), SequentialWriter().number(0).bytes());
+    writeRunningMark(context_);
     player_.introTrack = 0;
     player_.seekKeyState = 0;
     player_.programPanelOpen = 0;
@@ -109,11 +120,15 @@ void CDForm::Form_Load() {
     forgetShownTime();
     player_.discTrackCount = 0;
     player_.trackLengths.fill({});
+    player_.discText = {};
     state.discSearchDormant = 0;
     state.discWindowActive = 1;
     setUpFace();
+    loadUserSettings();
+    openWallpaper();
     restorePosition();
-    alwaysInFront = state.alwaysOnTop == 1;
+    applyDisplayMode();
+    layLines();
     prepareDevice();
     if (openAudioDevice(MMControl1, context_.dialogs)) {
         loadAudioDisc();
@@ -123,6 +138,29 @@ void CDForm::Form_Load() {
         takeRunModeTrack();
     } else if (state.audioOptions[3] == 1 && player_.mixerStarted == 0) {
         startMixer();
+    }
+    session_.discLoaded();
+}
+
+DeviceReading CDForm::deviceReading() const {
+    return {MMControl1.Mode(), unpackTmsf(MMControl1.Position()), MMControl1.lastAudioTrackUpTo(heardTrack() - 1)};
+}
+
+// The player's own while nothing is heard.
+int CDForm::heardTrack() const {
+    const int deviceMode = MMControl1.Mode();
+    const bool heard = deviceMode == mode::playing || deviceMode == mode::paused;
+    return heard ? unpackTmsf(MMControl1.Position()).track : player_.currentTrack;
+}
+
+void CDForm::goByTheSound() {
+    player_.currentTrack = static_cast<std::int16_t>(heardTrack());
+    player_.lastAdvanceTime = 0;
+}
+
+void CDForm::letTrackRunOn() {
+    if (player_.playLaunched == singleTrackChosen) {
+        player_.playLaunched = 1;
     }
 }
 
@@ -138,19 +176,17 @@ void CDForm::prepareDevice() {
 }
 
 void CDForm::setUpFace() {
-    const std::string readoutFont = context_.state.lcdFontOff == 1 ? "Arial" : "LcdD";
+    const auto readoutFont = shell::readoutFont(context_.state);
     for (auto* label : {&face.trackDigits, &face.timeText, &face.leftFigure, &face.rightFigure}) {
         label->FontName = readoutFont;
     }
-    for (auto* label :
-         {&face.trackDigits, &face.timeText, &face.timeCaption, &face.timeColon, &face.upperLine, &face.lowerLine}) {
-        label->ForeColor = color(0);
-    }
+    colourReadout();
     face.discLamp.Caption = std::string("DISC");
     face.discLamp.ForeColor = color(0);
     face.programLamp.Caption = std::string("Pgm Stored");
     face.abLamp.Caption = std::string("A - B");
     face.abLamp.ForeColor = color(2);
+    face.abText.ForeColor = colors::black;
     face.recordLamp.Caption = std::string("Library");
     face.recordLamp.ForeColor = color(2);
     face.keypadEntry.Visible = false;
@@ -166,44 +202,45 @@ void CDForm::setUpFace() {
     disableWhatIsNotBuilt();
 }
 
-void CDForm::showWallpaperLamp() {
-    const bool up = windows().isVisible("Form26");
-    const bool noImage = context_.state.wallpaperStyle >= 3 && context_.state.wallpaperImage.empty();
-    face.wallpaperLamp.Caption = std::string(up ? "WP on" : noImage ? "WP n/a" : "WP off");
-    face.wallpaperLamp.ForeColor = color(up ? 0 : noImage ? 6 : 7);
-}
-
-// A key whose window this version lacks is dead, and says so.
 void CDForm::disableWhatIsNotBuilt() {
     const auto needs = [this](forms::Control& key, const char* window) {
         if (!windows().knows(window)) {
-            key.Enabled = false;
-            key.ToolTipText = std::string(notThereYet);
+            shell::disableAsNotBuilt(key);
         }
     };
     needs(face.Image10[functionKeys::mainMenu], "cdmenu");
     needs(face.Image10[functionKeys::discInfo], "acdtabs");
-    needs(face.Image16[programKeys::information], "cdarttxt");
     needs(face.webKey, "wwwdtop");
-    needs(face.enhancedKey, "CDROMer");
+    if (context_.state.wallpaperMode > 0) {
+        needs(face.wallpaperLamp, shell::wallpaperForm);
+    }
+}
+
+// In programmed mode the key has a list to show, whatever other windows there are.
+void CDForm::enableInformation(bool programmedMode) {
+    forms::Control& key = face.Image16[programKeys::information];
+    if (!windows().knows(artTextWindow) && !programmedMode) {
+        shell::disableAsNotBuilt(key);
+        return;
+    }
+    key.Enabled = true;
+    key.ToolTipText = tipWithKeys(key.spokenName(), {{Act::program, programKeys::information}});
+}
+
+void CDForm::colourReadout() {
+    for (auto* label :
+         {&face.trackDigits, &face.timeText, &face.timeCaption, &face.timeColon, &face.upperLine, &face.lowerLine}) {
+        label->ForeColor = color(0);
+    }
 }
 
 void CDForm::Form_Activate() {
     context_.state.activeTessarel = shell::Tessarel::audioCd;
     context_.state.activeDiscKind = 1;
+    colourReadout();
     volume_.activate();
     showWallpaperLamp();
-}
-
-void CDForm::Form_KeyDown(int keyCode, int /*shift*/) {
-    if (keyCode == forms::keys::escape && face.keypadEntry.Visible) {
-        hideKeypad();
-    } else if (keyCode == forms::keys::escape) {
-        Image5_MouseUp();
-    } else if (keyCode == forms::keys::f1 || keyCode == forms::keys::help) {
-        context_.state.helpTopic = playerHelp;
-        shell::showHelp(context_);
-    }
+    endMinimised();
 }
 
 void CDForm::hideKeypad() {
@@ -221,57 +258,37 @@ void CDForm::Form_FilesDropped(const std::vector<std::string>& paths) {
     if (paths.empty()) {
         return;
     }
-    const auto inserted = context_.drives.insertImage(shell::driveLetter(context_.state.cdDrive), paths.front());
-    if (!inserted) {
-        context_.dialogs.message({"Tessarel", inserted.error().message});
-        return;
+    if (shell::insertOrTell(context_, paths.front())) {
+        handOverToWaitingWindow();
     }
-    handOverToWaitingWindow();
 }
 
 // A new disc has come in place of this one: the waiting window takes it at its next look.
 void CDForm::handOverToWaitingWindow() {
-    stopintro();
-    clrab();
+    endPlay();
     MMControl1.Command("stop");
     MMControl1.Command("close");
-    hideKeypad();
-    player_.playingFlag = 0;
-    player_.pausedFlag = 0;
     setTransport(Transport::noDisc);
+    greyControls(true);
     context_.state.discDrawerOpen = 1;
-    windows().show("CD1st");
-}
-
-void CDForm::Image20_Click() {
-    context_.state.alwaysOnTop = context_.state.alwaysOnTop == 1 ? 0 : 1;
-    shell::writeModeLast(context_);
-    alwaysInFront = context_.state.alwaysOnTop == 1;
-}
-
-void CDForm::Command3D14_Click() {
-    shell::playCue(context_, clickCue);
-    WindowState = forms::WindowState::minimised;
-    context_.state.minimisedOnce = 1;
-}
-
-std::string CDForm::runningMark() const { return context_.state.dataDir + "\\audiocd.tmp"; }
-
-void CDForm::deleteRunningMark() {
-    if (context_.files.exists(runningMark())) {
-        context_.files.remove(runningMark());
-    }
+    windows().show(shell::waitingWindow);
+    discHasLeft();
 }
 
 void CDForm::Form_Unload() {
-    deleteRunningMark();
+    session_.discGone();
+    dropRemote();
+    windows().unload(ProgramList::windowName);
+    windows().unload(ICONmin::windowName);
+    deleteRunningMark(context_);
     context_.state.discWindowActive = 0;
 }
 
 void CDForm::Image5_MouseUp() {
     face.exitLabel.ForeColor = colors::darkRed;
     shell::playCue(context_, powerCue);
-    deleteRunningMark();
+    volume_.closeVolumeApp();
+    deleteRunningMark(context_);
     context_.system.setPointer(platform::PointerShape::hourglass);
     face.exitPanel.ForeColor = colors::red;
     if (player_.playingFlag == 1) {
@@ -285,25 +302,6 @@ void CDForm::Image5_MouseUp() {
     volume_.unmute();
     context_.files.changeDirectory(context_.state.dataDir);
     platform::endProcess();
-}
-
-void CDForm::leaveForMainMenu() {
-    if (isLit(transport::play) || isLit(transport::pause)) {
-        MMControl1_StopClick();
-        MMControl1.Shareable = true;
-        MMControl1.Command("stop");
-        MMControl1.Command("close");
-    }
-    context_.state.returnedToMenu = 1;
-    deleteRunningMark();
-    windows().show("cdmenu");
-    windows().unload("CDForm");
-}
-
-void CDForm::showDiscInformation() {
-    context_.system.setPointer(platform::PointerShape::hourglass);
-    record_.discInfo[2] = std::to_string(player_.discTrackCount);
-    windows().show("acdtabs");
 }
 
 }  // namespace tessarel::audio

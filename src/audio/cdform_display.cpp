@@ -1,7 +1,9 @@
+#include <algorithm>
 #include <chrono>
 
 #include "audio/cdform.h"
 #include "audio/device/audio_device.h"
+#include "audio/disc_text.h"
 #include "audio/time_text.h"
 #include "audio/track_rules.h"
 #include "base/clock_text.h"
@@ -16,6 +18,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto correctedDiscWait = 3s;
+constexpr float leastMark = 1;  // a mark at the head of a track, as 0 is none
 
 }  // namespace
 
@@ -49,11 +52,8 @@ void CDForm::showStatus(int track, const std::string& word) {
     if (track > player_.discTrackCount) {
         return;
     }
-    std::string top = record_.discArtist + " - " + record_.discTitle;
-    const bool bothBlank = text::trim(record_.discArtist).empty() && text::trim(record_.discTitle).empty();
-    if (top == "N/A" || bothBlank) {
-        top.clear();
-    }
+    const ShownTexts texts(record_, player_.discText);
+    const auto top = texts.discLine();
     if (word == "None") {
         face.lowerLine.Caption = std::string("Please Insert a CD");
         return;
@@ -67,12 +67,8 @@ void CDForm::showStatus(int track, const std::string& word) {
     }
     face.upperLine.Caption = top;
     if (player_.playStarted > 0) {
-        face.lowerLine.Caption = titleOf(track);
+        face.lowerLine.Caption = texts.trackTitle(track);
     }
-}
-
-std::string CDForm::titleOf(int track) const {
-    return track < 1 || track > 100 ? std::string() : record_.trackTitles.at(static_cast<std::size_t>(track));
 }
 
 // "mm:ss", empty for a track that the disc lacks.
@@ -141,6 +137,10 @@ void CDForm::applyTrackEnd() {
 }
 
 void CDForm::wrapToFirst() {
+    if (!soundsFrom(1)) {
+        player_.currentTrack = static_cast<std::int16_t>(player_.discTrackCount + 1);
+        return;
+    }
     player_.currentTrack = static_cast<std::int16_t>(MMControl1.firstAudioTrackFrom(1));
     startSequence(player_.currentTrack);
     setCells(1, player_.gridTrackCount, color(0));
@@ -215,18 +215,19 @@ void CDForm::pressMarks() {
         clrab();
         return;
     }
+    const float point = std::max(barPoint(), leastMark);
     if (!isLit(transport::play)) {
         return;
     }
     if (player_.markA <= 0) {
         player_.lastShownSeconds = 0;
         player_.markTrack = static_cast<std::int16_t>(digits());
-        player_.markA = barPoint();
+        player_.markA = point;
         face.abLamp.ForeColor = color(3);
         return;
     }
     face.abLamp.ForeColor = color(0);
-    player_.markB = barPoint();
+    player_.markB = point;
     CDStatusBar_MouseDown(player_.markA);
 }
 

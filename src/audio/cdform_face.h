@@ -1,19 +1,12 @@
 #pragma once
 #include "forms/control.h"
 #include "forms/control_array.h"
+#include "volume/remote.h"
+#include "volume/transport.h"
 
 namespace tessarel::audio {
 
-/// Indices of the transport keys.
-namespace transport {
-inline constexpr int prev = 0;
-inline constexpr int next = 1;
-inline constexpr int play = 2;
-inline constexpr int pause = 3;
-inline constexpr int stop = 4;
-inline constexpr int eject = 5;
-inline constexpr int count = 6;
-}  // namespace transport
+namespace transport = volume::transport;
 
 /// Indices of the seek keys.
 namespace seekKeys {
@@ -52,9 +45,12 @@ inline constexpr int information = 4;
 inline constexpr int count = 5;
 }  // namespace programKeys
 
-inline constexpr int gridCells = 20;
+inline constexpr int gridCells = volume::calendarCells;
 /// The element of `cellNumbers` that tells of tracks beyond the grid.
 inline constexpr int moreTracksMarker = 20;
+
+/// The window that shows the texts of a disc.
+inline constexpr const char* artTextWindow = "cdartext";
 
 /// The controls of the Audio CD window, each named for its role and built with its designer name.
 struct CDFormFace {

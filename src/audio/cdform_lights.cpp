@@ -8,16 +8,20 @@
 
 namespace tessarel::audio {
 
+// A seek key is held only while the disc plays: where its key goes dim, or is held back, the hold ends too.
 void CDForm::setTransport(Transport state) {
-    const bool running = state == Transport::playing || state == Transport::paused;
+    if (state != Transport::playing) {
+        player_.seekKeyState = 0;
+    }
     for (int i = 0; i < transport::count; ++i) {
-        const bool always = i == transport::eject || (i == transport::play && state != Transport::noDisc);
-        face.icntlc[i].Visible =
-            (i == transport::play && state == Transport::playing) || (i == transport::pause && state == Transport::paused);
-        face.icntlb[i].Visible = !running && !always;
+        face.icntlc[i].Visible = volume::isLit(state, i);
+        face.icntlb[i].Visible = volume::isDim(state, i);
     }
     for (int i = 0; i < seekKeys::count; ++i) {
-        face.scntlb[i].Visible = !running;
+        face.scntlb[i].Visible = state == Transport::stopped || state == Transport::noDisc;
+    }
+    if (auto* other = remote()) {
+        other->showLights(state);
     }
 }
 
@@ -31,6 +35,7 @@ void CDForm::setModeLights(int index) {
     face.clearCover.ForeColor = label;
     face.saveCover.ForeColor = label;
     face.recallCover.ForeColor = label;
+    enableInformation(index == modeKeys::program);
 }
 
 void CDForm::setCells(int from, int to, Color color) {
@@ -64,7 +69,15 @@ void CDForm::paintCells() {
     }
 }
 
-void CDForm::colourRepeat() { face.repeatLamp.ForeColor = color(player_.repeatOn == 1 ? 8 : 9); }
+void CDForm::colourRepeat() {
+    repeating = player_.repeatOn == 1;
+    face.repeatLamp.ForeColor = color(repeating ? 8 : 9);
+}
+
+void CDForm::showPauseText() {
+    face.repeatLamp.ForeColor = color(3);
+    face.repeatLamp.Caption = std::string("PAUSE");
+}
 
 void CDForm::endPauseText() {
     colourRepeat();
@@ -74,10 +87,6 @@ void CDForm::endPauseText() {
 int CDForm::digits() const { return static_cast<int>(text::val(face.trackDigits.Caption.get())); }
 
 Color CDForm::color(int index) const { return context_.state.panelColors.at(static_cast<std::size_t>(index)); }
-
-Remote* CDForm::remote() const { return windows().find<Remote>(Remote::windowName); }
-
-bool CDForm::remoteOpen() const { return remote() != nullptr; }
 
 float CDForm::barPoint() const {
     return static_cast<float>(face.statusBar.Width) * static_cast<float>(face.statusBar.FloodPercent.get()) / 100.0F;

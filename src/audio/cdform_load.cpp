@@ -2,6 +2,7 @@
 
 #include "audio/cdform.h"
 #include "audio/disc_load.h"
+#include "audio/disc_text.h"
 #include "audio/program_file.h"
 #include "base/text.h"
 #include "library/record_files.h"
@@ -31,9 +32,9 @@ void CDForm::loadAudioDisc() {
 void CDForm::loadRecord() {
     if (!context_.files.exists(record_.discRecordPath)) {
         face.recordLamp.ForeColor = color(2);
-        face.upperLine.Caption = std::string();
         face.lowerLine.Caption = std::string();
         record_.trackTitles.fill({});
+        showDiscText();
         return;
     }
     library::readDiscRecord(context_.files, context_.state.dataDir, record_);
@@ -43,6 +44,13 @@ void CDForm::loadRecord() {
     face.upperLine.Caption = record_.discArtist + " - " + record_.discTitle;
     face.lowerLine.Caption = std::string();
     face.recordLamp.ForeColor = color(0);
+}
+
+// A disc without a record is shown by what it says of itself. An empty line stays where it says nothing.
+void CDForm::showDiscText() {
+    const auto disc = MMControl1.toc();
+    player_.discText = disc ? discTextOf(*disc) : DiscText();
+    face.upperLine.Caption = discLine(player_.discText);
 }
 
 void CDForm::setFirstDisplay() {
@@ -90,10 +98,11 @@ void CDForm::takeRunModeTrack() {
     player_.discNumber = computeDiscNumber(MMControl1, player_.discTrackCount);
     buildTrackLengths(MMControl1, player_);
     state.autoStartMode = 0;
+    state.playOpenedDisc = 0;
     const auto track = text::valInteger(state.runMode);
     player_.pickedTrackIndex = static_cast<std::int16_t>(track - 1);
     startTrack();
-    player_.currentTrack = static_cast<std::int16_t>(MMControl1.firstAudioTrackFrom(track));
+    player_.currentTrack = static_cast<std::int16_t>(MMControl1.firstAudioTrackFrom(std::max<int>(track, 1)));
     state.runMode.clear();
 }
 

@@ -3,9 +3,11 @@
 
 #include "audio/cdform.h"
 #include "audio/program_file.h"
+#include "audio/program_list.h"
 #include "audio/track_rules.h"
 #include "base/text.h"
 #include "forms/windows.h"
+#include "library/record_rules.h"
 #include "platform/dialogs.h"
 #include "platform/file_system.h"
 #include "platform/system.h"
@@ -14,7 +16,6 @@
 namespace tessarel::audio {
 namespace {
 
-constexpr int pulseMs = 100;
 constexpr int maxProgramEntries = 100;
 
 }  // namespace
@@ -46,7 +47,9 @@ void CDForm::startTrack() {
     player_.playStarted = 1;
     refreshTimeCaption();
     if (player_.pickedTrackIndex < 0 || player_.pickedTrackIndex >= player_.discTrackCount) {
-        leaveAsItSounds();
+        if (player_.playMode != programmed) {
+            leaveAsItSounds();
+        }
         return;
     }
     const int track = MMControl1.firstAudioTrackFrom(player_.pickedTrackIndex + 1);
@@ -59,7 +62,7 @@ void CDForm::startTrack() {
     clearList();
     if (player_.playMode == wholeDisc) {
         setCells(1, track - 1, color(6));
-        setCells(track, gridCells, color(0));
+        setCells(track, player_.gridTrackCount, color(0));
     }
     player_.currentTrack = static_cast<std::int16_t>(track);
     player_.discFinished = 0;
@@ -69,9 +72,12 @@ void CDForm::startTrack() {
     startSequence(track);
 }
 
-// A track that is not there has been asked for: the keys go back to what the device does.
+// A track that is not there has been asked for: the keys go back to what the device does. A pause has ended with that.
 void CDForm::leaveAsItSounds() {
     const bool sounds = MMControl1.Mode() == mode::playing;
+    if (MMControl1.Mode() == mode::paused) {
+        MMControl1.Command("Stop");
+    }
     player_.playingFlag = sounds ? 1 : 0;
     setTransport(sounds ? Transport::playing : Transport::stopped);
 }
@@ -83,16 +89,17 @@ void CDForm::enterIntoProgram(int track) {
     const auto entry = static_cast<std::size_t>(++player_.programCount);
     player_.programList.at(entry) = static_cast<std::int16_t>(track);
     player_.programBackup.at(entry) = static_cast<std::int16_t>(track);
-    if (auto* list = windows().find<ProgramList>(ProgramList::windowName)) {
-        list->refill();
-    } else {
-        windows().show(ProgramList::windowName);
+    if (!windows().isLoaded(ProgramList::windowName) && context_.state.noArtOnPlay != 1) {
+        showArtText();
     }
+    refillProgramList();
+    windows().showBeside(ProgramList::windowName);
 }
 
 void CDForm::clearList() {
     player_.programList.fill(0);
     player_.programCount = 0;
+    player_.randomProgram = 0;
 }
 
 void CDForm::Image4_Click(int index) {
@@ -122,6 +129,10 @@ void CDForm::chooseProgrammed() {
     player_.playMode = programmed;
     setModeLights(modeKeys::program);
     setAllCells(color(6));
+    const auto& titles = record_.trackTitles;
+    if (std::any_of(titles.begin(), titles.end(), [](const auto& title) { return !text::trim(title).empty(); })) {
+        showArtText();
+    }
 }
 
 void CDForm::chooseSingle() {
@@ -218,6 +229,8 @@ void CDForm::playRandom() {
     player_.playMode = programmed;
     player_.programIndex = 0;
     player_.programCount = player_.gridTrackCount;
+    refillProgramList();
+    player_.randomProgram = 1;
     MMControl1_PlayClick();
     if (player_.playingFlag == 1) {
         setTransport(Transport::playing);
@@ -257,7 +270,7 @@ void CDForm::Image16_Click(int index) {
             }
             break;
         default:
-            break;
+            cinfo();
     }
 }
 
@@ -283,12 +296,11 @@ void CDForm::clearProgram() {
     clearList();
     player_.programBackup.fill(0);
     setAllCells(color(6));
-    if (auto* list = windows().find<ProgramList>(ProgramList::windowName)) {
-        list->refill();
-    }
+    refillProgramList();
 }
 
 void CDForm::saveProgram() {
+    context_.files.changeDirectory(library::recordFolder(context_.state.dataDir));
     const auto path = programPath(record_.discRecordPath);
     if (programEntry(player_, 1) == 0) {
         face.programLamp.ForeColor = color(2);
@@ -298,7 +310,6 @@ void CDForm::saveProgram() {
     const auto saved = context_.files.write(path, programFileBytes(player_));
     if (!saved) {
         context_.dialogs.message({"Tessarel", saved.error().message});
-        return;
     }
     face.programLamp.ForeColor = color(3);
 }
@@ -310,12 +321,14 @@ void CDForm::recallProgram() {
         return;
     }
     takeProgramFile(player_, *bytes);
+    player_.randomProgram = 0;
     if (player_.programCount < 1) {
         face.programLamp.ForeColor = color(2);
         return;
     }
     player_.playMode = programmed;
     player_.programIndex = 0;
+    refillProgramList();
 }
 
 void CDForm::Label30_Click() {
@@ -326,8 +339,8 @@ void CDForm::Label30_Click() {
     Image4_Click(modeKeys::program);
     player_.playStarted = 1;
     Image16_Click(programKeys::recall);
-    setTransport(Transport::playing);
     MMControl1_PlayClick();
+    setTransport(Transport::playing);
     MMControl1.Command("Play");  // for a program without an entry that can be recalled: the whole disc plays
     context_.system.setPointer(platform::PointerShape::normal);
 }

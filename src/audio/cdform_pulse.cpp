@@ -1,5 +1,8 @@
+#include <algorithm>
+
 #include "audio/cdform.h"
 #include "audio/device/audio_device.h"
+#include "audio/disc_text.h"
 #include "audio/time_text.h"
 #include "audio/track_rules.h"
 #include "base/text.h"
@@ -10,20 +13,24 @@ namespace tessarel::audio {
 namespace {
 
 constexpr double blinkSeconds = 0.4;
+constexpr int longestHold = 1000;  // ticks; the steps grow no more long before
 constexpr double headSeconds = 2;  // a track counts as just begun up to here
 
 }  // namespace
 
 void CDForm::Timer2_Timer() {
+    pulse();
+    session_.refresh();
+}
+
+void CDForm::pulse() {
     if (context_.state.discDrawerOpen == 1) {
         return;
     }
     stepSeekKeys();
     blinkMarkA();
     loopMarks();
-    if (auto* other = remote()) {
-        other->mirror(face);
-    }
+    mirrorToRemote();
     if (digits() < 1) {
         face.lowerLine.Caption = std::string();
     }
@@ -36,6 +43,7 @@ void CDForm::Timer2_Timer() {
         }
     }
     lateLoadWork();
+    noticeSilence();
     takeSoundsEnd();
     if (autoPlay() || showDiscRunOut()) {
         return;
@@ -53,7 +61,8 @@ void CDForm::stepSeekKeys() {
     if (player_.seekKeyState == 0) {
         return;
     }
-    player_.seekKeyState = static_cast<std::int16_t>(player_.seekKeyState + (player_.seekKeyState > 0 ? 1 : -1));
+    const int held = player_.seekKeyState + (player_.seekKeyState > 0 ? 1 : -1);
+    player_.seekKeyState = static_cast<std::int16_t>(std::clamp(held, -longestHold, longestHold));
     const int percent = face.statusBar.FloodPercent + seekStepPercent(player_.seekKeyState);
     if (percent <= 0 || percent >= 100) {
         player_.seekKeyState = 0;
@@ -89,9 +98,11 @@ void CDForm::loopMarks() {
 // True when play has just been started by itself.
 bool CDForm::autoPlay() {
     shell::SharedState& state = context_.state;
-    if (state.autoStartDone != 0 || (state.autoStartMode != 1 && state.autoStartMode != 2)) {
+    const bool wanted = state.autoStartMode == 1 || state.autoStartMode == 2 || state.playOpenedDisc == 1;
+    if (state.autoStartDone != 0 || !wanted) {
         return false;
     }
+    state.playOpenedDisc = 0;
     setTransport(Transport::playing);
     state.autoStartDone = 1;
     if (face.programLamp.ForeColor == color(3)) {
@@ -99,22 +110,26 @@ bool CDForm::autoPlay() {
         return true;
     }
     player_.playingFlag = 1;
+    player_.pausedFlag = 0;
+    player_.pausedPosition = 0;
+    endPauseText();
     player_.currentTrack = static_cast<std::int16_t>(MMControl1.firstAudioTrackFrom(1));
     launch(player_.currentTrack);
     refreshTimeCaption();
     if (state.runMode == "CDLITE") {
-        WindowState = forms::WindowState::minimised;
+        Command3D14_Click();
         state.runMode.clear();
     }
     return true;
 }
 
-// True while the player stands behind the last track. The display is cleared once.
+// True while the player stands behind the last track. The display is cleared once, unless the disc is about to begin again.
 bool CDForm::showDiscRunOut() {
     if (player_.currentTrack <= player_.discTrackCount) {
         return false;
     }
-    if (!ranOut_) {
+    const bool wraps = player_.repeatOn == 1 && player_.playMode == wholeDisc && player_.playingFlag == 1 && soundsFrom(1);
+    if (!ranOut_ && !wraps) {
         ranOut_ = true;
         face.trackDigits.Caption = std::string("0");
         face.timeText.Caption = std::string();
@@ -122,6 +137,8 @@ bool CDForm::showDiscRunOut() {
         face.statusBar.FloodPercent = 0;
         player_.playingFlag = 0;
         player_.pausedFlag = 0;
+        player_.pausedPosition = 0;
+        endPauseText();
         setTransport(Transport::stopped);
     }
     return true;
@@ -130,6 +147,7 @@ bool CDForm::showDiscRunOut() {
 void CDForm::relaunch(int track) {
     MMControl1.Command("Stop");
     player_.currentTrack = static_cast<std::int16_t>(MMControl1.firstAudioTrackFrom(track));
+    face.trackDigits.Caption = std::to_string(player_.currentTrack);
     launch(player_.currentTrack);
     player_.playingFlag = 1;
     player_.pausedFlag = 0;
@@ -138,25 +156,37 @@ void CDForm::relaunch(int track) {
     setTransport(Transport::playing);
 }
 
+// A pause outlasts the end window of its track.
 void CDForm::endOfTrackActions() {
+    if (player_.pausedFlag == 1) {
+        return;
+    }
     const bool repeats = player_.repeatOn == 1;
     switch (player_.playMode) {
         case singleTrack:
-            if (repeats && player_.playLaunched != 1) {
+            if (repeats && player_.playLaunched != 1 && soundsFrom(player_.currentTrack)) {
                 relaunch(player_.currentTrack);
-            } else if (!repeats && player_.playLaunched == 0) {
+            } else if (player_.playLaunched == 0) {
                 endSingleTrack();
             }
             break;
         case programmed:
             if (player_.playLaunched == 0) {
                 MMControl1_PlayClick();
+                playOnWithoutProgram();
             }
             break;
         default:
             if (repeats && player_.playLaunched != 1) {
                 relaunch(1);
             }
+    }
+}
+
+// There was no program, and the whole disc has been chosen in its place: what the Play key does, this does.
+void CDForm::playOnWithoutProgram() {
+    if (player_.playMode != programmed && player_.playingFlag == 1) {
+        MMControl1.Command("Play");
     }
 }
 
@@ -174,8 +204,11 @@ void CDForm::endSingleTrack() {
     }
 }
 
-// In the first seconds of a track its digits and title come.
+// In the first seconds of a track its digits and title come. After the end the digits stay 0, however short the track was.
 void CDForm::showTrackStart() {
+    if (player_.playingFlag == 0 && player_.pausedFlag == 0 && digits() == 0) {
+        return;
+    }
     if (player_.playStarted == 0 || player_.positionSeconds > headSeconds) {
         return;
     }
@@ -191,8 +224,8 @@ void CDForm::showTrackStart() {
         face.statusBar.FloodPercent = 0;
     }
     player_.skipStep = 0;
-    face.lowerLine.Caption = titleOf(player_.currentTrack);
-    Caption = "Tessarel [" + face.lowerLine.Caption.get() + "]";
+    face.lowerLine.Caption = ShownTexts(record_, player_.discText).trackTitle(player_.currentTrack);
+    showTitleInCaptions();
 }
 
 }  // namespace tessarel::audio

@@ -2,6 +2,7 @@
 #include <chrono>
 
 #include "audio/cdform.h"
+#include "audio/program_list.h"
 #include "audio/track_rules.h"
 #include "forms/windows.h"
 #include "shell/cues.h"
@@ -15,11 +16,13 @@ using namespace std::chrono_literals;
 constexpr auto keyDelay = 300ms;
 constexpr auto programEndDelay = 500ms;
 constexpr int statusIntervalMs = 1000;
-constexpr int pulseMs = 100;
 
 }  // namespace
 
-void CDForm::icntla_Click(int index) {
+void CDForm::icntla_Click(int index) { pressKey(index, ownNext); }
+
+// `nextCode` tells the Next handler whose key it is.
+void CDForm::pressKey(int index, int nextCode) {
     const bool covered = face.icntlc[index].Visible || face.icntlb[index].Visible;
     if (covered || (context_.state.discDrawerOpen == 1 && index != transport::eject)) {
         return;
@@ -28,9 +31,10 @@ void CDForm::icntla_Click(int index) {
         case transport::prev:
             MMControl1_PrevClick();
             context_.scheduler.wait(keyDelay);
+            settleAfterStep();
             break;
         case transport::next:
-            pressNext();
+            pressNext(nextCode);
             break;
         case transport::play:
             setTransport(Transport::playing);
@@ -56,13 +60,22 @@ void CDForm::icntla_Click(int index) {
     }
 }
 
-void CDForm::pressNext() {
+void CDForm::pressNext(int code) {
     MMControl1.Command("Stop");
     face.statusBar.FloodPercent = 0;
     face.timeText.Caption = std::string();
-    MMControl1_NextClick(98);
+    MMControl1_NextClick(code);
     MMControl1.Command("Play");
     context_.scheduler.wait(keyDelay);
+    settleAfterStep();
+}
+
+// From the last track there is no step forward, and none back from the first: a pause ends with the press all the same.
+void CDForm::settleAfterStep() {
+    if (player_.playingFlag == 0 && player_.pausedFlag == 0 && context_.state.discDrawerOpen != 1) {
+        player_.pausedPosition = 0;
+        leaveAsItSounds();
+    }
 }
 
 void CDForm::pressEject() {
@@ -95,11 +108,11 @@ void CDForm::MMControl1_PlayClick() {
     player_.discFinished = 0;
     refreshTimeCaption();
     if (player_.playMode > programmed) {
+        MMControl1.setUpdateInterval(statusIntervalMs);
         MMControl1.setFrom(player_.currentTrack);
         if (remoteOpen()) {
             MMControl1.Command("Play");
         } else {
-            MMControl1.setUpdateInterval(statusIntervalMs);
             player_.playLaunched = 1;
         }
         return;
@@ -194,14 +207,14 @@ void CDForm::endProgram() {
     MMControl1.Command("Stop");
     player_.playingFlag = 0;
     player_.pausedFlag = 0;
+    mirrorToRemote();  // the pulse does it no more
 }
 
 void CDForm::MMControl1_PauseClick() {
     player_.pausedFlag = 1;
     player_.playingFlag = 0;
     player_.pausedPosition = MMControl1.Position();
-    face.repeatLamp.ForeColor = color(3);
-    face.repeatLamp.Caption = std::string("PAUSE");
+    showPauseText();
 }
 
 void CDForm::MMControl1_StopClick() {
@@ -211,6 +224,9 @@ void CDForm::MMControl1_StopClick() {
     face.timeText.Caption = std::string("00:00");
     face.statusBar.FloodPercent = 0;
     player_.pausedPosition = 0;  // a stop ends a pause: the next Play begins a track
+    if (player_.playLaunched == 0) {
+        player_.playLaunched = 1;  // and the end of a track that has just been seen leads to nothing more
+    }
     endPauseText();
 }
 
@@ -232,7 +248,7 @@ void CDForm::nextInProgram(int code) {
     if (player_.discFinished == 1) {
         return;
     }
-    const bool atOnce = code == 98 || (code == 99 && remoteOpen());
+    const bool atOnce = code == ownNext || (code == remoteNext && remoteOpen());
     player_.skipStep = atOnce ? 0 : 1;
     MMControl1_PlayClick();
     if (auto* list = windows().find<ProgramList>(ProgramList::windowName)) {
@@ -246,8 +262,8 @@ void CDForm::nextOnDisc() {
         return;
     }
     const auto show = [this](int track) {
-        player_.currentTrack = static_cast<std::int16_t>(track);
-        face.trackDigits.Caption = std::to_string(track);
+        player_.currentTrack = static_cast<std::int16_t>(std::min<int>(track, player_.discTrackCount));
+        face.trackDigits.Caption = std::to_string(player_.currentTrack);
     };
     show(std::max(player_.currentTrack + 1, 2));
     face.timeText.Caption = std::string();
@@ -331,6 +347,15 @@ void CDForm::MMControl1_PlayCompleted(int code) {
     }
 }
 
+// A key may have been pressed between the end of the sound and what follows from it.
+void CDForm::noticeSilence() {
+    if (player_.playingFlag == 1 && MMControl1.Mode() == mode::stopped && MMControl1.Tracks() > 0) {
+        soundsEnded_ = true;
+    }
+}
+
+bool CDForm::soundsFrom(int track) const { return MMControl1.lastAudioTrackUpTo(player_.discTrackCount) >= track; }
+
 // The device has no more sound to play, and the time updates have not seen it: the last tracks are data, or a correction has
 // put the end of the track behind it. While the window is minimised this waits, as all end detection does.
 void CDForm::takeSoundsEnd() {
@@ -338,11 +363,15 @@ void CDForm::takeSoundsEnd() {
         return;
     }
     soundsEnded_ = false;
-    if (player_.playMode != wholeDisc) {
+    if (player_.playingFlag != 1) {
+        return;  // Pause or Stop has come first
+    }
+    const bool anySound = soundsFrom(1);
+    if (anySound && player_.playMode != wholeDisc) {
         player_.playLaunched = 0;
-    } else if (player_.repeatOn == 1) {
+    } else if (anySound && player_.repeatOn == 1) {
         wrapToFirst();
-    } else if (player_.currentTrack <= player_.discTrackCount) {
+    } else {
         player_.currentTrack = static_cast<std::int16_t>(player_.discTrackCount + 1);
     }
 }

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "audio/disc_text.h"
+
 namespace tessarel::audio {
 
 enum PlayMode : std::int16_t { programmed = 0, singleTrack = 1, wholeDisc = 2 };
@@ -11,7 +13,8 @@ enum PlayMode : std::int16_t { programmed = 0, singleTrack = 1, wholeDisc = 2 };
 inline constexpr std::int16_t singleTrackChosen = 99;
 
 /// What the player knows of the disc and of its play. One instance for the whole run: repeat outlives a disc.
-/// Written by the Audio CD window and its routines; other windows read it.
+/// Written by the Audio CD window and its routines. Others read it, but for two: the waiting window writes `discTrackCount`,
+/// and the list of the program `programPanelOpen`.
 struct PlayerState {
     // The disc, filled when it is loaded.
     std::int16_t discTrackCount = 0;
@@ -23,6 +26,7 @@ struct PlayerState {
     std::int16_t discLengthMinutes = 0;
     std::int16_t trackTimesReady = 0;
     std::int16_t enhancedDisc = 0;
+    DiscText discText;  ///< shown by way of `ShownTexts`
 
     // Play.
     std::int16_t playMode = wholeDisc;
@@ -39,6 +43,7 @@ struct PlayerState {
     std::array<std::int16_t, 101> programBackup{};  ///< 1 to 100, for display
     std::int16_t programCount = 0;
     std::int16_t programIndex = 0;
+    std::int16_t randomProgram = 0;  ///< 1 while the program at hand is one that random play has drawn
     std::int16_t programPanelOpen = 0;
     std::int16_t skipStep = 0;
     std::int16_t pickedTrackIndex = 0;  ///< zero-based
@@ -56,9 +61,8 @@ struct PlayerState {
     // Display.
     std::int16_t lastShownTrack = 0;
     double lastShownSeconds = 0;
+    std::int16_t titleLetters = 0;  ///< points of the upper line's letters; 0 until the user has stepped them
 
-    // Look-up and mixer.
-    std::int16_t lookupBusy = 0;
     std::int16_t mixerStarted = 0;  ///< the mixer has been launched in this run
 };
 

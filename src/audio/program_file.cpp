@@ -1,5 +1,7 @@
 #include "audio/program_file.h"
 
+#include <cmath>
+
 #include "base/sequential_file.h"
 
 namespace tessarel::audio {
@@ -7,7 +9,10 @@ namespace {
 
 constexpr std::size_t entries = 100;
 
-std::int16_t within(std::int16_t track, std::int16_t last) { return track < 1 || track > last ? std::int16_t{0} : track; }
+std::int16_t within(double track, std::int16_t last) {
+    const double whole = std::nearbyint(track);
+    return whole < 1 || whole > last ? std::int16_t{0} : static_cast<std::int16_t>(whole);
+}
 
 }  // namespace
 
@@ -24,12 +29,13 @@ std::string programFileBytes(const PlayerState& player) {
 void takeProgramFile(PlayerState& player, std::string_view bytes) {
     SequentialReader reader(bytes);
     player.programCount = 0;
+    player.programList.fill(0);
     for (std::size_t i = 1; i <= entries; ++i) {
-        const auto value = reader.integer();
+        const auto value = reader.variant();
         if (!value) {
             return;
         }
-        const auto track = within(*value, player.gridTrackCount);
+        const auto track = within(value->asNumber(), player.gridTrackCount);
         player.programList.at(i) = track;
         if (track > 0) {
             ++player.programCount;

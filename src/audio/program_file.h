@@ -14,7 +14,8 @@ std::string programPath(std::string_view discRecordPath);
 std::string programFileBytes(const PlayerState& player);
 
 /// Takes a file's entries into `programList`, `programBackup` and `programCount`. Only tracks of the grid are recalled,
-/// though more are saved; a short file gives what it holds.
+/// though more are saved; what is none is 0 and ends the
+/// program there. A short file gives what it holds, and no more.
 void takeProgramFile(PlayerState& player, std::string_view bytes);
 
 /// Whether a file holds a program: its first value is at least 1.

@@ -56,6 +56,14 @@ void Slider::moveTo(int value) {
     }
 }
 
+void ListBox::choose(int row) {
+    if (!takesGestures() || row < 0 || row >= static_cast<int>(rows.get().size())) {
+        return;
+    }
+    ListIndex = row;
+    click();
+}
+
 void FloodPanel::pressAt(float x, MouseButton button) {
     if (takesGestures() && BarPressed) {
         form().dispatch([this, button, x] { BarPressed(button, x); });

@@ -99,6 +99,23 @@ struct Slider : Control {
     void moveTo(int value);
 };
 
+/// Rows of text, of which one may be selected. Tabs in a row begin its columns.
+struct ListBox : Control {
+    using Control::Control;
+    Property<std::vector<std::string>> rows;
+    Property<int> ListIndex{-1};          ///< the selected row, counted from 0; -1 for none
+    Property<std::vector<int>> tabStops;  ///< where columns begin, in quarters of a letter's mean width
+    Property<std::string> FontName;       ///< empty for the view's own
+    Property<int> FontSize{0};            ///< points; 0 is the view's own
+    Property<bool> FontBold{false};
+    Property<bool> FontItalic{false};
+    Property<bool> FontUnderline{false};
+    Property<Color> ForeColor{colors::white};
+    Property<Color> BackColor{colors::black};
+    /// A person selects a row, also the one that is selected; nothing for one that is not there.
+    void choose(int row);
+};
+
 /// A bar filled from the left.
 struct FloodPanel : Control {
     using Control::Control;

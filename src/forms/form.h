@@ -17,9 +17,31 @@ enum class WindowState { normal = 0, minimised = 1 };
 namespace keys {
 inline constexpr int enter = 13;
 inline constexpr int escape = 27;
+inline constexpr int space = 32;
+inline constexpr int left = 37;
+inline constexpr int up = 38;
+inline constexpr int right = 39;
+inline constexpr int down = 40;
 inline constexpr int help = 47;
+inline constexpr int digit0 = 48;   ///< and on to 57 for 9
+inline constexpr int letterA = 65;  ///< and on to 90 for Z
 inline constexpr int f1 = 112;
+inline constexpr int mediaNext = 176;
+inline constexpr int mediaPrevious = 177;
+inline constexpr int mediaStop = 178;
+inline constexpr int mediaPlay = 179;
 }  // namespace keys
+
+/// Bits that tell which keys were held along with another.
+namespace modifiers {
+inline constexpr int none = 0;
+inline constexpr int shift = 1;
+inline constexpr int control = 2;
+inline constexpr int alt = 4;
+}  // namespace modifiers
+
+/// What a form makes of a key: nothing, something at each press, or something again and again while it is held.
+enum class KeyUse { none, once, repeated };
 
 /// One window: its controls and what it does, without any drawing. Sizes and places are in twips.
 class Form {
@@ -44,6 +66,11 @@ public:
     virtual void Form_Load() {}
     virtual void Form_Activate() {}
     virtual void Form_KeyDown(int /*keyCode*/, int /*shift*/) {}
+    virtual void Form_KeyUp(int /*keyCode*/, int /*shift*/) {}
+    /// Escape, Enter, F1 and Help reach every form; other keys the forms that have a use for them. `shift` holds `modifiers`.
+    virtual KeyUse keyUse(int /*keyCode*/, int /*shift*/) const { return KeyUse::none; }
+    /// A person closes the window by the desktop's means.
+    virtual void Form_Close() { Form_KeyDown(keys::escape, modifiers::none); }
     virtual void Form_MouseDown(MouseButton /*button*/) {}
     virtual void Form_Unload() {}
     /// Real paths or program paths of files that a person has dropped on the window.
@@ -55,6 +82,8 @@ public:
 
     const std::string& name() const { return name_; }
     bool loaded() const { return loaded_; }
+    /// It is being shown by `Windows::showBeside`, and leaves the keyboard where it is.
+    bool comesQuietly() const { return comesQuietly_; }
     /// Expires with the form, for views that may outlive it.
     std::weak_ptr<const void> life() const { return life_; }
     /// Held as long as the form lives, which outlasts its unloading while code of it still runs.
@@ -85,6 +114,7 @@ private:
     std::string name_;
     bool loaded_ = false;
     bool unloading_ = false;
+    bool comesQuietly_ = false;
     std::shared_ptr<const void> life_ = std::make_shared<char>();
     std::vector<std::shared_ptr<void>> companions_;
     std::vector<Control*> controls_;

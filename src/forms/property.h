@@ -1,20 +1,12 @@
 #pragma once
 #include <functional>
-#include <memory>
 #include <utility>
-#include <vector>
+
+#include "base/watchers.h"
 
 namespace tessarel::forms {
 
-/// Keeps a handler attached; destruction detaches it. Safe when the property dies first.
-class Subscription {
-public:
-    Subscription() = default;
-    explicit Subscription(std::shared_ptr<void> token) : token_(std::move(token)) {}
-
-private:
-    std::shared_ptr<void> token_;
-};
+using tessarel::Subscription;
 
 /// A value that can be watched. Setting an equal value does nothing.
 template <class T>
@@ -34,7 +26,7 @@ public:
             return;
         }
         value_ = std::move(value);
-        notify();
+        watchers_.tell(value_);
     }
     Property& operator=(T value) {
         set(std::move(value));
@@ -45,25 +37,12 @@ public:
     /// Calls `handler` with the present value at once and with each new one from then on.
     [[nodiscard]] Subscription onChange(std::function<void(const T&)> handler) {
         handler(value_);
-        auto token = std::make_shared<std::function<void(const T&)>>(std::move(handler));
-        watchers_.push_back(token);
-        return Subscription(token);
+        return watchers_.add(std::move(handler));
     }
 
 private:
-    void notify() {
-        // A handler may attach, detach or set: walk over a copy, and hold each while it runs.
-        const auto watchers = watchers_;
-        for (const auto& weak : watchers) {
-            if (const auto watcher = weak.lock()) {
-                (*watcher)(value_);
-            }
-        }
-        std::erase_if(watchers_, [](const auto& weak) { return weak.expired(); });
-    }
-
     T value_{};
-    std::vector<std::weak_ptr<std::function<void(const T&)>>> watchers_;
+    Watchers<T> watchers_;
 };
 
 }  // namespace tessarel::forms

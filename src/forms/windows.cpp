@@ -80,6 +80,27 @@ void Windows::show(std::string_view name) {
     form->dispatch([form] { form->Form_Activate(); });
 }
 
+void Windows::showBeside(std::string_view name) {
+    const Depth depth(*this);
+    Form* form = load(name);
+    if (form == nullptr || form->Visible) {
+        return;
+    }
+    form->comesQuietly_ = true;
+    form->Visible = true;
+    form->comesQuietly_ = false;
+    form->dispatch([form] { form->Form_Activate(); });
+}
+
+void Windows::showMinimised(std::string_view name) {
+    const Depth depth(*this);
+    Form* form = load(name);
+    if (form != nullptr && !form->Visible) {
+        form->WindowState = WindowState::minimised;
+        form->Visible = true;
+    }
+}
+
 void Windows::hide(std::string_view name) {
     if (auto* form = find<Form>(name)) {
         form->Visible = false;

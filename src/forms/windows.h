@@ -26,6 +26,11 @@ public:
     Form* load(std::string_view name);
     /// Loads, shows and activates a window; one that is shown already comes to the front.
     void show(std::string_view name);
+    /// Loads and shows a window without taking the keyboard from the one that has it. One that is shown already stays as it
+    /// is.
+    void showBeside(std::string_view name);
+    /// Loads a window and shows it minimised, without activating it. One that is up stays as it is.
+    void showMinimised(std::string_view name);
     void hide(std::string_view name);
     /// Runs `Form_Unload`, once, and takes the window away. Its object lives until no handler runs any more.
     void unload(std::string_view name);

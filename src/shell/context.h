@@ -10,6 +10,7 @@ class Processes;
 class Scheduler;
 class SoundFiles;
 class System;
+class SystemMixer;
 }  // namespace tessarel::platform
 
 namespace tessarel::forms {
@@ -32,6 +33,7 @@ struct Context {
     platform::SoundFiles& sounds;
     platform::CdPlayers& cdPlayers;
     platform::AudioLevels& levels;
+    platform::SystemMixer& systemMixer;
     forms::Windows& windows;
     SharedState& state;
 };

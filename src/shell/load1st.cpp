@@ -16,6 +16,7 @@
 #include "shell/settings_files.h"
 #include "shell/shared_state.h"
 #include "shell/task_helpers.h"
+#include "shell/window_names.h"
 
 namespace tessarel::shell {
 namespace {
@@ -213,7 +214,7 @@ void Load1st::readLateSettings() {
     state.rdDrivePrimary = state.rdDrive;
     state.menuMaximised = isMenuMaximised(context_) ? 1 : 0;
     if (state.wallpaperMode >= wallpaperFromStart) {
-        windows().show("Form26");
+        windows().show(wallpaperForm);
     }
 }
 
@@ -232,7 +233,7 @@ void Load1st::openFirstWindow() {
         openWindowOfRunMode();
     } else if (discWindows) {
         const bool audioOnly = state.cdRomEnabled == 0 && state.audioCdEnabled == 1;
-        leaveTo(audioOnly ? "CDForm" : "CD1st");
+        leaveTo(audioOnly ? audioCdWindow : waitingWindow);
     } else {
         windows().show("cdmenu");
         context_.system.setPointer(platform::PointerShape::normal);
@@ -244,18 +245,18 @@ void Load1st::openWindowOfRunMode() {
     context_.system.setPointer(platform::PointerShape::hourglass);
     if (runMode == "CDROMLIB") {
         runMode.clear();
-        leaveTo("CD1st");
+        leaveTo(waitingWindow);
     } else if (runMode == "RDLIB") {
         runMode.clear();
         leaveTo("RDtessarel");
     } else if (runMode == "AUDIOCD") {
         runMode.clear();
-        leaveTo("CDForm");
+        leaveTo(audioCdWindow);
     } else if (runMode == "CDLITE") {
         openUnseen();
     } else if (runMode == "AUDIOCD1") {
         runMode = commandTrack_ == 0 ? std::string() : std::to_string(commandTrack_);
-        leaveTo("CDForm");
+        leaveTo(audioCdWindow);
     } else if (runMode == "MEDIA") {
         runMode.clear();
         leaveTo("animate");
@@ -266,8 +267,8 @@ void Load1st::openWindowOfRunMode() {
 
 // The waiting window works by its timer alone, until a disc is found.
 void Load1st::openUnseen() {
-    windows().load("CD1st");
-    if (auto* wallpaper = windows().load("Form26")) {
+    windows().load(waitingWindow);
+    if (auto* wallpaper = windows().load(wallpaperForm)) {
         wallpaper->ZOrder();
     }
     windows().unload(name());

@@ -37,4 +37,6 @@ void fillColorTables(SharedState& state) {
     state.panelColors = panelColorsFor(custom, colorOf(state.customForeColor), colorOf(state.customBackColor));
 }
 
+std::string readoutFont(const SharedState& state) { return state.lcdFontOff == 1 ? "Arial" : "LcdD"; }
+
 }  // namespace tessarel::shell

@@ -1,5 +1,6 @@
 #pragma once
 #include <array>
+#include <string>
 
 #include "base/color.h"
 #include "shell/shared_state.h"
@@ -15,5 +16,8 @@ std::array<Color, 11> panelColorsFor(bool custom, Color fore, Color back);
 /// Fills `panelColors` from the settings. With `customColors` 1 the user's colours also go into `displayColors13` 4, 9 and 10
 /// and the colours of fonts 0 and 1; two equal ones are first replaced by a pair that can be read.
 void fillColorTables(SharedState& state);
+
+/// The font of digits and times.
+std::string readoutFont(const SharedState& state);
 
 }  // namespace tessarel::shell

@@ -134,6 +134,10 @@ struct SharedState : Settings, LibraryEntry {
     std::int16_t minimisedOnce = 0;
     std::array<Color, 11> panelColors{};  ///< lit and dim colours of every readout
 
+    std::string artImageDir;   ///< folder of the art pictures
+    std::int16_t bmpSort = 0;  ///< their order: 0 none, 1 by name, 2 by date
+    std::string userDefined1;  ///< what the user calls the first field of his own; empty for the usual name
+
     // The disc of the moment, reset whenever the waiting window comes up.
     std::string discKey;  ///< empty until a disc is taken
     std::string discFingerprint;
@@ -143,6 +147,7 @@ struct SharedState : Settings, LibraryEntry {
     std::int16_t discWindowActive = 0;
     std::int16_t autorunDetected = 0;
     std::int16_t autoStartDone = 0;
+    std::int16_t playOpenedDisc = 0;  ///< 1: a person has opened an image, and its disc plays whatever `autoStartMode` says
     std::array<std::int16_t, 3> rcolorPending{};
 
     // Of `isAppRunning` and `showHelp`.

@@ -6,7 +6,9 @@
 
 #include "base/text.h"
 #include "platform/dialogs.h"
+#include "platform/drives.h"
 #include "platform/file_system.h"
+#include "shell/cues.h"
 #include "shell/settings_files.h"
 #include "shell/shared_state.h"
 
@@ -40,6 +42,23 @@ bool startOrTell(const Context& context, const std::string& commandLine) {
                                  .icon = platform::Icon::exclamation});
     }
     return started.has_value();
+}
+
+bool insertOrTell(const Context& context, const std::string& image) {
+    const auto inserted = context.drives.insertImage(driveLetter(context.state.cdDrive), image);
+    if (!inserted) {
+        context.dialogs.message({.text = inserted.error().message});
+    }
+    return inserted.has_value();
+}
+
+bool helpOnKey(const Context& context, int keyCode, std::int16_t topic) {
+    const bool asked = keyCode == forms::keys::f1 || keyCode == forms::keys::help;
+    if (asked) {
+        context.state.helpTopic = topic;
+        showHelp(context);
+    }
+    return asked;
 }
 
 WindowPlace centredPlace(const platform::ScreenInfo& screen, const std::optional<platform::TwipsRect>& taskBar, int width,
@@ -100,9 +119,13 @@ bool placeForm(const Context& context, forms::Form& form, std::string_view posit
 }
 
 void savePlace(const Context& context, forms::Form& form, std::string_view positionFile) {
+    keepOnScreen(context, form);
+    writePlace(context, positionFile, {form.Left, form.Top});
+}
+
+void keepOnScreen(const Context& context, forms::Form& form) {
     const auto place = clampedPlace({form.Left, form.Top}, context.system.screen(), form.Width, form.Height);
     form.Move(place.left, place.top);
-    writePlace(context, positionFile, place);
 }
 
 bool moveOrCentreForm(const Context& context, forms::Form& form, std::string_view positionFile, forms::MouseButton button) {
@@ -149,6 +172,11 @@ void pauseSeconds(platform::Scheduler& scheduler, float seconds) {
         scheduler.wait(std::min(pollInterval, end - scheduler.now()));
         scheduler.doEvents();
     }
+}
+
+void disableAsNotBuilt(forms::Control& key) {
+    key.Enabled = false;
+    key.ToolTipText = std::string("This window is not part of this version yet.");
 }
 
 void hideCursor(const Context& context) {

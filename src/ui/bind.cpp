@@ -9,6 +9,7 @@
 #include "ui/widgets/key.h"
 #include "ui/widgets/level_slider.h"
 #include "ui/widgets/pad.h"
+#include "ui/widgets/row_list.h"
 
 namespace tessarel::ui {
 namespace {
@@ -52,7 +53,7 @@ void bindPresence(QWidget& widget, forms::Control& control, Keep keep) {
     keep(control.Enabled.onChange([&widget](bool enabled) { widget.setEnabled(enabled); }));
     keep(control.focusRequests.onChange([&widget, seen = control.focusRequests.get()](int count) {
         if (count != seen) {
-            widget.setFocus(Qt::OtherFocusReason);
+            widget.setFocus(Qt::ActiveWindowFocusReason);
         }
     }));
 }
@@ -130,6 +131,7 @@ void bind(QLineEdit& widget, forms::TextBox& box) {
 void bind(LevelSlider& widget, forms::Slider& slider) {
     name(widget, slider);
     bindPresence(widget, slider, keeping(widget));
+    widget.keep(slider.ToolTipText.onChange([&widget](const std::string& tip) { widget.setToolTip(qt(tip)); }));
     const auto range = [&widget, &slider](int) { widget.showRange(slider.Min, slider.Max); };
     widget.keep(slider.Min.onChange(range));
     widget.keep(slider.Max.onChange(range));
@@ -137,6 +139,33 @@ void bind(LevelSlider& widget, forms::Slider& slider) {
     const Guarded<forms::Slider> guarded(slider);
     widget.onMoved = [guarded](int value) { guarded.enter([&](forms::Slider& s) { s.moveTo(value); }); };
     widget.onHeld = [guarded](bool down) { guarded.enter([&](forms::Slider& s) { down ? s.mouseDown() : s.mouseUp(); }); };
+}
+
+void bind(RowList& widget, forms::ListBox& list) {
+    name(widget, list);
+    bindPresence(widget, list, keeping(widget));
+    widget.keep(list.tabStops.onChange([&widget](const std::vector<int>& stops) { widget.setTabStops(stops); }));
+    widget.keep(list.rows.onChange([&widget](const std::vector<std::string>& rows) {
+        QStringList shown;
+        for (const auto& row : rows) {
+            shown.push_back(qt(row));
+        }
+        widget.setRows(shown);
+    }));
+    widget.keep(list.ListIndex.onChange([&widget](int row) { widget.setChosen(row); }));
+    const auto letters = [&widget, &list](const auto& /*value*/) {
+        widget.setLetters({qt(list.FontName), list.FontSize, list.FontBold, list.FontItalic, list.FontUnderline});
+    };
+    widget.keep(list.FontName.onChange(letters));
+    widget.keep(list.FontSize.onChange(letters));
+    widget.keep(list.FontBold.onChange(letters));
+    widget.keep(list.FontItalic.onChange(letters));
+    widget.keep(list.FontUnderline.onChange(letters));
+    const auto colours = [&widget, &list](Color) { widget.setColors(list.ForeColor, list.BackColor); };
+    widget.keep(list.ForeColor.onChange(colours));
+    widget.keep(list.BackColor.onChange(colours));
+    const Guarded<forms::ListBox> guarded(list);
+    widget.onChosen = [guarded](int row) { guarded.enter([&](forms::ListBox& l) { l.choose(row); }); };
 }
 
 void bind(FloodBar& widget, forms::FloodPanel& panel) {
@@ -186,7 +215,8 @@ void bindTurns(Key& widget, forms::Picture& off, forms::Picture& on) {
                    (second.get() != nullptr && hasHandler(*second.get()));
         },
     });
-    widget.setToolTip(widget.accessibleName());
+    widget.keep(off.ToolTipText.onChange(
+        [&widget](const std::string& tip) { widget.setToolTip(tip.empty() ? widget.accessibleName() : qt(tip)); }));
     const auto presence = [&widget, &off, &on](bool) { widget.setVisible(off.Visible || on.Visible); };
     widget.keep(off.Visible.onChange(presence));
     widget.keep(on.Visible.onChange(presence));

@@ -10,6 +10,7 @@ class Key;
 class LabelPad;
 class LevelSlider;
 class Pad;
+class RowList;
 
 /// Ties a widget to a control: the widget shows the control's state from now on, and a person's gestures go to the control.
 /// Either may die first. Widget and control are of the kinds that go together; name, tip, focus and visibility come along.
@@ -18,6 +19,7 @@ void bind(Pad& widget, forms::Picture& picture);
 void bind(Pad& widget, forms::Button& button);
 void bind(QLineEdit& widget, forms::TextBox& box);
 void bind(LevelSlider& widget, forms::Slider& slider);
+void bind(RowList& widget, forms::ListBox& list);
 void bind(FloodBar& widget, forms::FloodPanel& panel);
 
 /// A key of three pictures: `base` takes the presses, `lit` and `dim` are covers whose visibility is the state.

@@ -20,24 +20,14 @@ Cd1stView::Cd1stView(const Cd1stParts& parts, const Theme& theme)
     insert->place(QRectF(322, 186, 170, 34), 4);
     bind(*insert, parts.insertImageKey);
 
-    auto* first = new GlassLabel(theme, this, {.size = 17, .weight = QFont::DemiBold, .color = palette::green});
+    auto* first = new GlassLabel(theme, this, {.size = 17, .weight = QFont::DemiBold, .ink = Ink::lit});
     first->place(QRectF(160, 84, 312, 24), 3);
     bind(*first, parts.firstLine);
     auto* second = new GlassLabel(theme, this, {.size = 13});  // few sizes of type: each takes time at the start
     second->place(QRectF(160, 111, 312, 21), 3);
     bind(*second, parts.secondLine);
 
-    auto* minimise = new Key(theme, this, {.icon = Icon::minimise, .round = true});
-    minimise->place(QRectF(438, 16, 24, 24), 4);
-    minimise->setAccessibleName(QStringLiteral("Minimise"));
-    minimise->setToolTip(QStringLiteral("Minimise"));
-    minimise->setGestures(windowGestures([this] { showMinimized(); }));
-    auto* power = new Key(theme, this, {.icon = Icon::power, .round = true});
-    power->place(QRectF(474, 16, 24, 24), 4);
-    power->setAccent(QColor(palette::red));
-    power->setAccessibleName(QStringLiteral("Exit"));
-    power->setToolTip(QStringLiteral("Exit"));
-    power->setGestures(windowGestures([this] { close(); }));
+    addTitleKeys({TitleKey::minimise, TitleKey::exit});
 }
 
 void Cd1stView::drawBackground(QPainter& painter) {

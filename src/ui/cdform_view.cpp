@@ -29,8 +29,33 @@ const QRectF artPlace(916, 50, 96, 96);
 
 constexpr double glassLeft = 52;
 constexpr double glassRight = 720;
-constexpr double linesTop = 142;
-constexpr double linesHeight = 56;
+constexpr double digitGlow = 9;
+
+/// A layout of the readout.
+struct Readout {
+    double digitHeight = 0;
+    QRectF digits;
+    QRectF time;
+    std::array<QRectF, 6> lamps;  ///< disc, library, repeat, A-B, program, wallpaper
+    double linesTop = 0;
+    double linesHeight = 0;
+};
+
+const Readout usualReadout{44,
+                           {glassLeft, 84, 70, 44},
+                           {148, 84, 198, 44},
+                           {QRectF(376, 70, 58, 20), QRectF(442, 70, 62, 20), QRectF(512, 70, 55, 20), QRectF(575, 70, 48, 20),
+                            QRectF(631, 70, 89, 20), QRectF(376, 98, 58, 20)},
+                           142,
+                           56};
+const Readout expandedReadout{68,
+                              {glassLeft, 83, 108, 68},
+                              {180, 83, 360, 68},
+                              {QRectF(566, 70, 58, 20), QRectF(632, 70, 88, 20), QRectF(566, 98, 58, 20),
+                               QRectF(632, 98, 88, 20), QRectF(632, 126, 88, 20), QRectF(566, 126, 58, 20)},
+                              156,
+                              44};
+
 constexpr double lineSpread = 1.45;
 constexpr double leastSpread = 1.2;
 constexpr double keyMargin = 4;
@@ -105,7 +130,7 @@ CdFormView::CdFormView(const CdFormParts& parts, const Theme& theme)
 void CdFormView::drawBackground(QPainter& painter) {
     theme().paintGlass(painter, glass);
     theme().paintText(painter, glassLeft, 76, QStringLiteral("TRACK"), theme().font(10, QFont::Normal, 1.5),
-                      QColor(palette::glassText));
+                      theme().glass().dim);
     theme().paintWell(painter, volumeWell);
     theme().paintText(painter, 832, 72, QStringLiteral("VOLUME"), theme().font(10, QFont::Normal, 1.5),
                       QColor(palette::caption), Qt::AlignHCenter);
@@ -120,16 +145,13 @@ Key& CdFormView::key(const QRectF& place, const QString& caption) {
 
 void CdFormView::addReadout() {
     auto& face = parts_.face;
-    auto* digits = new SegmentDisplay(theme(), this, QStringLiteral("88"), 44);
-    digits->place(QRectF(glassLeft, 84, 70, 44), 9);
-    bind(*digits, face.trackDigits);
-    auto* caption = new GlassLabel(
-        theme(), this, {.size = 10, .spacing = 1.5, .color = palette::glassText, .upperCase = true, .ownColor = true});
-    caption->place(QRectF(160, 64, 100, 17), 3);
-    bind(*caption, face.timeCaption);
-    auto* time = new SegmentDisplay(theme(), this, QStringLiteral("88:88"), 44);
-    time->place(QRectF(148, 84, 198, 44), 9);
-    bind(*time, face.timeText);
+    digits_ = new SegmentDisplay(theme(), this, QStringLiteral("88"), usualReadout.digitHeight);
+    bind(*digits_, face.trackDigits);
+    timeCaption_ =
+        new GlassLabel(theme(), this, {.size = 10, .spacing = 1.5, .ink = Ink::dim, .upperCase = true, .ownColor = true});
+    bind(*timeCaption_, face.timeCaption);
+    time_ = new SegmentDisplay(theme(), this, QStringLiteral("88:88"), usualReadout.digitHeight);
+    bind(*time_, face.timeText);
     keep(face.trackDigits.Caption.onChange([this](const std::string&) { showCurrentCell(); }));
     keep(face.timeText.Caption.onChange([this](const std::string&) {
         showCurrentCell();
@@ -137,45 +159,57 @@ void CdFormView::addReadout() {
     }));
 }
 
-Lamp& CdFormView::lamp(forms::Label& label, const QRectF& place, const QString& text) {
+Lamp* CdFormView::lamp(forms::Label& label, const QString& text) {
     auto* made = new Lamp(theme(), this, text);
-    made->place(place, 3);
     bind(*made, label);
-    return *made;
+    return made;
 }
 
 void CdFormView::addLamps() {
     auto& face = parts_.face;
-    lamp(face.discLamp, QRectF(376, 70, 58, 20));
-    lamp(face.recordLamp, QRectF(442, 70, 62, 20), QStringLiteral("LIBRARY"));
-    lamp(face.repeatLamp, QRectF(512, 70, 55, 20));
-    lamp(face.abLamp, QRectF(575, 70, 48, 20), QStringLiteral("A – B"));
-    lamp(face.programLamp, QRectF(631, 70, 89, 20));
-    lamp(face.wallpaperLamp, QRectF(376, 98, 58, 20));
+    lamps_ = {lamp(face.discLamp),    lamp(face.recordLamp, QStringLiteral("LIBRARY")),
+              lamp(face.repeatLamp),  lamp(face.abLamp, QStringLiteral("A – B")),
+              lamp(face.programLamp), lamp(face.wallpaperLamp)};
+    lamps_.back()->setCheckable();
+}
+
+// Bar, grid and footer keep their places; readout, lamps and lines share the rest of the glass.
+void CdFormView::layReadout() {
+    const auto& layout = parts_.expandedDisplay ? expandedReadout : usualReadout;
+    digits_->setSize(layout.digitHeight);
+    digits_->place(layout.digits, digitGlow);
+    time_->setSize(layout.digitHeight);
+    time_->place(layout.time, digitGlow);
+    timeCaption_->place(QRectF(layout.time.left() + 12, 64, 100, 17), 3);
+    for (std::size_t i = 0; i < lamps_.size(); ++i) {
+        lamps_.at(i)->place(layout.lamps.at(i), 3);
+    }
+    layLines();
 }
 
 void CdFormView::addLines() {
     auto& face = parts_.face;
-    upperLine_ = new GlassLabel(theme(), this, {.size = 19, .weight = QFont::Medium, .color = palette::green});
-    lowerLine_ = new GlassLabel(theme(), this, {.size = 15});
+    upperLine_ = new GlassLabel(theme(), this, {.size = 19, .weight = QFont::Medium, .ink = Ink::lit});
+    lowerLine_ = new GlassLabel(theme(), this, {.size = 15, .ownColor = true});
     bind(*upperLine_, face.upperLine);
     bind(*lowerLine_, face.lowerLine);
     upperLine_->onResize = [this] { layLines(); };
     lowerLine_->onResize = [this] { layLines(); };
-    layLines();
+    keep(parts_.expandedDisplay.onChange([this](bool) { layReadout(); }));
 }
 
 // Both lines share a place. Larger letters take the room between them first, and are drawn smaller when that is used up.
 void CdFormView::layLines() {
     const double asked = upperLine_->askedSize() + lowerLine_->askedSize();
-    const double spread = std::clamp(linesHeight / asked, leastSpread, lineSpread);
-    const double shrink = std::min(1.0, linesHeight / (asked * spread));
+    const auto& layout = parts_.expandedDisplay ? expandedReadout : usualReadout;
+    const double spread = std::clamp(layout.linesHeight / asked, leastSpread, lineSpread);
+    const double shrink = std::min(1.0, layout.linesHeight / (asked * spread));
     upperLine_->setShrink(shrink);
     lowerLine_->setShrink(shrink);
     const double upper = upperLine_->textSize() * spread;
     const double lower = lowerLine_->textSize() * spread;
     const double width = glassRight - glassLeft;
-    const double top = linesTop + (linesHeight - upper - lower) / 2;
+    const double top = layout.linesTop + (layout.linesHeight - upper - lower) / 2;
     upperLine_->place(QRectF(glassLeft, top, width, upper), 3);
     lowerLine_->place(QRectF(glassLeft, top + upper, width, lower), 3);
 }
@@ -215,12 +249,11 @@ void CdFormView::showCurrentCell() {
 }
 
 void CdFormView::addFooter() {
-    const GlassLabel::Style left{.size = 10.5, .spacing = 0.4, .color = palette::glassText};
+    const GlassLabel::Style left{.size = 10.5, .spacing = 0.4, .ink = Ink::dim};
     footer_ = new GlassLabel(theme(), this, left);
     footer_->place(QRectF(glassLeft, 268, 520, 18));
     footer_->setAccessibleName(QStringLiteral("Disc"));
-    discId_ =
-        new GlassLabel(theme(), this, {.size = 10.5, .spacing = 0.4, .color = palette::glassText, .anchor = Qt::AlignRight});
+    discId_ = new GlassLabel(theme(), this, {.size = 10.5, .spacing = 0.4, .ink = Ink::dim, .anchor = Qt::AlignRight});
     discId_->place(QRectF(580, 268, glassRight - 580, 18));
     discId_->setAccessibleName(QStringLiteral("Disc number"));
     for (auto& light : parts_.face.Image3) {
@@ -247,8 +280,8 @@ void CdFormView::addVolume() {
         auto* slider = new LevelSlider(theme(), panel);
         slider->place(QRectF(middle - 15, 88, 30, 128), 10);
         bind(*slider, level);
-        auto* text = new GlassLabel(
-            theme(), panel, {.size = 12, .weight = QFont::DemiBold, .color = palette::title, .anchor = Qt::AlignHCenter});
+        auto* text = new GlassLabel(theme(), panel,
+                                    {.size = 12, .weight = QFont::DemiBold, .ink = Ink::face, .anchor = Qt::AlignHCenter});
         text->place(QRectF(middle - 20, 223, 40, 18));
         bind(*text, figure);
     };
@@ -277,9 +310,9 @@ void CdFormView::addFunctionKeys() {
         bindCover(made, *covers.at(index));
         if (i == audio::functionKeys::repeat) {
             made.setCheckable();
-            made.setAccent(QColor(palette::cyan));
-            made.keep(face.repeatLamp.ForeColor.onChange(
-                [this, &made](Color) { made.setLit(parts_.player.repeatOn == 1); }));  // the lamp says "PAUSE" at times
+            made.setAccent(Ink::second);
+            // Not the lamp: it says "PAUSE" at times.
+            made.keep(parts_.repeating.onChange([&made](bool on) { made.setLit(on); }));
         }
     }
 }
@@ -314,7 +347,10 @@ void CdFormView::addTransport() {
         Key& key = *make(transport.at(static_cast<std::size_t>(i)));
         bindCovers(key, face.icntla[i], face.icntlc[i], face.icntlb[i]);
         if (i == audio::transport::play) {
-            key.setFocus(Qt::OtherFocusReason);  // where the keyboard starts
+            setKeyboardHome(key);
+        }
+        if (i == audio::transport::play || i == audio::transport::pause) {
+            key.leaveSpaceToWindow();
         }
     }
     for (int i = 0; i < audio::seekKeys::count; ++i) {
@@ -347,7 +383,7 @@ void CdFormView::addProgramKeys() {
     auto& display = key(QRectF(890, 384, 57, 38), QStringLiteral("Display"));
     display.setCheckable();
     bind(display, face.expandKey);
-    display.keep(parts_.form.alwaysInFront.onChange([&display](bool on) { display.setLit(on); }));
+    display.keep(parts_.expandedDisplay.onChange([&display](bool on) { display.setLit(on); }));
     bind(key(QRectF(955, 384, 57, 38), QStringLiteral("Web")), face.webKey);
 }
 
@@ -358,7 +394,7 @@ void CdFormView::addTitleKeys() {
     bind(*minimise, face.minimiseKey);
     auto* power = new Key(theme(), this, {.icon = Icon::power, .round = true});
     power->place(QRectF(994, 16, 24, 24), keyMargin);
-    power->setAccent(QColor(palette::red));
+    power->setAccent(Ink::warning);
     bind(*power, face.exitKey);
     power->keep(face.exitLabel.ForeColor.onChange([power](Color color) { power->setLit(color == colors::darkRed); }));
 }
@@ -377,7 +413,7 @@ void CdFormView::addDrawer() {
 void CdFormView::addKeypadEntry() {
     keep(parts_.face.keypadEntry.Visible.onChange([this](bool visible) {
         if (visible && entry_ == nullptr) {
-            entry_ = makeKeypadEntry(*this, theme(), QRectF(631, 96, 89, 24));
+            entry_ = makeKeypadEntry(*this, theme(), QRectF(631, 264, 89, 24));
             bind(*entry_, parts_.face.keypadEntry);
         }
     }));

@@ -25,6 +25,8 @@ struct CdFormParts {
     const library::DiscRecord& record;
     forms::Property<int>& drawerPosition;
     int drawerSteps = 1;
+    forms::Property<bool>& expandedDisplay;
+    forms::Property<bool>& repeating;
 };
 
 /// The Audio CD window on the screen.
@@ -34,6 +36,8 @@ public:
 
     static constexpr double designWidth = 1040;
     static constexpr double designHeight = 452;
+    /// With the widest frame that a skin has.
+    static QSizeF largestDesign() { return QSizeF(designWidth, designHeight).grownBy(frameOf(1)); }
 
 protected:
     void drawBackground(QPainter& painter) override;
@@ -54,12 +58,17 @@ private:
     void addKeypadEntry();
 
     Key& key(const QRectF& place, const QString& caption);
-    Lamp& lamp(forms::Label& label, const QRectF& place, const QString& text = {});
+    Lamp* lamp(forms::Label& label, const QString& text = {});
+    void layReadout();
     void layLines();
     void showCurrentCell();
     void showFooter();
 
     CdFormParts parts_;
+    SegmentDisplay* digits_ = nullptr;
+    SegmentDisplay* time_ = nullptr;
+    GlassLabel* timeCaption_ = nullptr;
+    std::array<Lamp*, 6> lamps_{};
     GlassLabel* upperLine_ = nullptr;
     GlassLabel* lowerLine_ = nullptr;
     GlassLabel* footer_ = nullptr;

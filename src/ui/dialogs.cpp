@@ -56,7 +56,7 @@ QPalette darkPalette() {
     dark.setColor(QPalette::ToolTipBase, well);
     dark.setColor(QPalette::ToolTipText, text);
     dark.setColor(QPalette::Highlight, QColor(palette::green));
-    dark.setColor(QPalette::HighlightedText, QColor(palette::ink));
+    dark.setColor(QPalette::HighlightedText, GlassColors().ink);
     dark.setColor(QPalette::Link, QColor(palette::cyan));
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
         dark.setColor(QPalette::Disabled, role, QColor(palette::keyDim));

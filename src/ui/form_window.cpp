@@ -1,29 +1,63 @@
 #include "ui/form_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDropEvent>
 #include <QEventLoop>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QTimer>
 #include <QUrl>
 #include <QWindow>
+#include <algorithm>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 #include "host/desktop/dispatch.h"
 #include "ui/enter.h"
-#include "ui/widgets/pad.h"
+#include "ui/widgets/key.h"
 
 namespace tessarel::ui {
 namespace {
 
 constexpr int twipsPerPixel = 15;
+constexpr int minimisingMs = 500;  // what a window manager may take to minimise a window
+constexpr Qt::MouseButtons dragButtons = Qt::LeftButton | Qt::RightButton;
 
-std::optional<int> formKeyCode(int key) {
+/// The keys above the letters send other signs with Shift, and on some keyboards without it: there the place counts.
+std::optional<int> digitByPlace(quint32 scanCode) {
+    constexpr quint32 placeOf1 = 10;
+    constexpr quint32 placeOf0 = 19;
+    if (scanCode < placeOf1 || scanCode > placeOf0) {
+        return std::nullopt;
+    }
+    return forms::keys::digit0 + static_cast<int>((scanCode - placeOf1 + 1) % 10);
+}
+
+std::optional<int> formKeyCode(const QKeyEvent& event) {
+    const int key = event.key();
+    if (key >= Qt::Key_A && key <= Qt::Key_Z) {
+        return key - Qt::Key_A + forms::keys::letterA;
+    }
+    if (key >= Qt::Key_0 && key <= Qt::Key_9) {
+        return key - Qt::Key_0 + forms::keys::digit0;
+    }
     switch (key) {
+        case Qt::Key_Space:
+            return forms::keys::space;
+        case Qt::Key_Left:
+            return forms::keys::left;
+        case Qt::Key_Up:
+            return forms::keys::up;
+        case Qt::Key_Right:
+            return forms::keys::right;
+        case Qt::Key_Down:
+            return forms::keys::down;
         case Qt::Key_Escape:
             return forms::keys::escape;
         case Qt::Key_Return:
@@ -33,10 +67,33 @@ std::optional<int> formKeyCode(int key) {
             return forms::keys::f1;
         case Qt::Key_Help:
             return forms::keys::help;
+        case Qt::Key_MediaPlay:
+        case Qt::Key_MediaPause:
+        case Qt::Key_MediaTogglePlayPause:
+            return forms::keys::mediaPlay;
+        case Qt::Key_MediaStop:
+            return forms::keys::mediaStop;
+        case Qt::Key_MediaNext:
+            return forms::keys::mediaNext;
+        case Qt::Key_MediaPrevious:
+            return forms::keys::mediaPrevious;
         default:
-            return std::nullopt;
+            return digitByPlace(event.nativeScanCode());
     }
 }
+
+int formModifiers(const QKeyEvent& event) {
+    return (event.modifiers().testFlag(Qt::ShiftModifier) ? forms::modifiers::shift : 0) |
+           (event.modifiers().testFlag(Qt::ControlModifier) ? forms::modifiers::control : 0) |
+           (event.modifiers().testFlag(Qt::AltModifier) ? forms::modifiers::alt : 0);
+}
+
+bool reachesEveryForm(int keyCode) {
+    return keyCode == forms::keys::escape || keyCode == forms::keys::enter || keyCode == forms::keys::f1 ||
+           keyCode == forms::keys::help;
+}
+
+bool isText(int keyCode) { return keyCode < forms::keys::mediaNext || keyCode > forms::keys::mediaPlay; }
 
 std::vector<std::string> localPaths(const QMimeData& data) {
     std::vector<std::string> paths;
@@ -58,13 +115,17 @@ FormWindow::FormWindow(forms::Form& form, const Theme& theme, const QSizeF& size
       formLife_(form.life()),
       theme_(theme),
       designSize_(size),
+      skin_(theme.skin()),
       title_(title),
       frontRequests_(form.frontRequests) {
     setAttribute(Qt::WA_TranslucentBackground);
     setAcceptDrops(true);
-    setFixedSize((size * theme.scale()).toSize());
+    setFixedSize((size.grownBy(frameOf(skin_.layout)) * theme.scale()).toSize());
     form.Width = width() * twipsPerPixel;
     form.Height = height() * twipsPerPixel;
+    connect(qApp, &QApplication::focusChanged, this, &FormWindow::noteFocus);
+    minimiseAgain_.setSingleShot(true);
+    connect(&minimiseAgain_, &QTimer::timeout, this, &QWidget::showMinimized);
     followForm();
 }
 
@@ -106,7 +167,9 @@ void FormWindow::sever() {
     hide();
 }
 
-Gestures FormWindow::windowGestures(const std::function<void()>& act) {
+namespace {
+
+Gestures onClick(const std::function<void()>& act) {
     return {[](forms::MouseButton) {},
             [act](forms::MouseButton button, bool inside) {
                 if (inside && button == forms::MouseButton::left) {
@@ -116,15 +179,41 @@ Gestures FormWindow::windowGestures(const std::function<void()>& act) {
             act, [] { return true; }};
 }
 
+}  // namespace
+
+QRectF FormWindow::titleKeyPlace(int fromRight) const { return {designSize_.width() - 46 - fromRight * 36, 16, 24, 24}; }
+
+void FormWindow::addTitleKeys(const std::vector<TitleKey>& keys) {
+    int fromRight = static_cast<int>(keys.size());
+    for (const auto which : keys) {
+        const bool minimises = which == TitleKey::minimise;
+        const bool exits = which == TitleKey::exit;
+        const auto icon = minimises ? Icon::minimise : exits ? Icon::power : Icon::close;
+        const auto name = minimises ? QStringLiteral("Minimise") : exits ? QStringLiteral("Exit") : QStringLiteral("Close");
+        auto* key = new Key(theme_, this, {.icon = icon, .round = true});
+        key->place(titleKeyPlace(--fromRight), 4);
+        key->setAccent(Ink::warning);
+        key->setAccessibleName(name);
+        key->setToolTip(minimises ? name : name + QStringLiteral(" (Esc)"));
+        key->setGestures(onClick([this, minimises] { minimises ? showMinimized() : static_cast<void>(close()); }));
+    }
+}
+
 void FormWindow::showState() {
     if (!form_->Visible) {
         hide();
     } else if (form_->WindowState == forms::WindowState::minimised) {
-        showMinimized();
+        if (!isMinimized()) {
+            minimisedFor_.start();
+            askedAgain_ = false;
+            showMinimized();
+        }
     } else {
+        minimisedFor_.invalidate();
         if (isMinimized()) {
             setWindowState(windowState() & ~Qt::WindowMinimized);
         }
+        setAttribute(Qt::WA_ShowWithoutActivating, form_->comesQuietly() || staysBehind_);
         show();
     }
 }
@@ -132,8 +221,51 @@ void FormWindow::showState() {
 void FormWindow::comeToFront(int requests) {
     if (requests != frontRequests_) {
         frontRequests_ = requests;
+        if (staysBehind_) {
+            lower();
+            return;
+        }
         raise();
         activateWindow();
+    }
+}
+
+void FormWindow::setKeyboardHome(QWidget& home) {
+    keyboardHome_ = &home;
+    home.setFocus(Qt::ActiveWindowFocusReason);
+}
+
+void FormWindow::noteFocus(QWidget* from, QWidget* to) {
+    if (from != nullptr && to != nullptr && isAncestorOf(from) && isAncestorOf(to)) {
+        focusBefore_ = from;
+    }
+}
+
+// Also called for a control that goes while it has the focus: that is no press of Tab, so the focus goes back, without a ring
+// where there was none.
+bool FormWindow::focusNextPrevChild(bool next) {
+    const auto usable = [](const QWidget* widget) { return widget != nullptr && widget->isVisible() && widget->isEnabled(); };
+    const auto* leaving = focusWidget();
+    if (leaving == nullptr || usable(leaving)) {
+        return QWidget::focusNextPrevChild(next);
+    }
+    if (usable(focusBefore_)) {
+        focusBefore_->setFocus(Qt::ActiveWindowFocusReason);
+        return true;
+    }
+    if (usable(keyboardHome_)) {
+        keyboardHome_->setFocus(Qt::MouseFocusReason);
+        return true;
+    }
+    return QWidget::focusNextPrevChild(next);
+}
+
+void FormWindow::takeFormSize() {
+    const QSize wanted(form_->Width / twipsPerPixel, form_->Height / twipsPerPixel);
+    if (wanted != size() && !wanted.isEmpty()) {
+        setFixedSize(wanted);
+        designSize_ = (QSizeF(wanted) / theme_.scale()).shrunkBy(frameOf(skin_.layout));
+        background_ = QPixmap();
     }
 }
 
@@ -153,6 +285,11 @@ void FormWindow::tell(const std::function<void(forms::Form&)>& code) {
     }
 }
 
+QPointF FormWindow::origin() const {
+    const auto frame = frameOf(skin_.layout);
+    return {frame.left(), frame.top()};
+}
+
 void FormWindow::renderBackground() {
     const double pixels = devicePixelRatioF();
     background_ = QPixmap((QSizeF(size()) * pixels).toSize());
@@ -161,10 +298,20 @@ void FormWindow::renderBackground() {
     QPainter painter(&background_);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(theme_.scale(), theme_.scale());
-    theme_.paintFace(painter, QRectF(QPointF(0, 0), designSize_));
-    theme_.paintText(painter, 28, 33, QStringLiteral("TESSAREL"), theme_.font(13, QFont::DemiBold, 3), QColor(palette::title));
-    theme_.paintText(painter, 126, 33, title_, theme_.font(13, QFont::Normal, 1), QColor(palette::caption));
+    painter.translate(origin());
+    theme_.paintFace(painter, QRectF(QPointF(0, 0), designSize_), skin_, !title_.isEmpty());
+    if (!title_.isEmpty()) {
+        paintTitle(painter);
+    }
     drawBackground(painter);
+}
+
+void FormWindow::paintTitle(QPainter& painter) const {
+    const bool metal = skin_.layout == 1;
+    theme_.paintText(painter, 28, 33, QStringLiteral("TESSAREL"), theme_.font(13, QFont::DemiBold, 3),
+                     QColor(metal ? palette::metalTitle : palette::title));
+    theme_.paintText(painter, 126, 33, title_, theme_.font(13, QFont::Normal, 1),
+                     QColor(metal ? palette::metalCaption : palette::caption));
 }
 
 void FormWindow::paintEvent(QPaintEvent* event) {
@@ -178,26 +325,63 @@ void FormWindow::paintEvent(QPaintEvent* event) {
     }
     if (dropHighlight_) {
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(QColor(palette::green), 3));
+        painter.setPen(QPen(theme_.glass().keyLit, 3));
         painter.drawRoundedRect(QRectF(rect()).adjusted(2, 2, -2, -2), 11, 11);
     }
 }
 
+bool FormWindow::takesKey(const QKeyEvent& event) const {
+    const auto code = formKeyCode(event);
+    return code && form_ != nullptr && !formLife_.expired() &&
+           form_->keyUse(*code, formModifiers(event)) != forms::KeyUse::none;
+}
+
 void FormWindow::keyPressEvent(QKeyEvent* event) {
-    const auto code = formKeyCode(event->key());
-    if (!code || event->isAutoRepeat()) {
+    const auto code = formKeyCode(*event);
+    if (!code || form_ == nullptr || formLife_.expired()) {
         event->ignore();
         return;
     }
-    const int shift = (event->modifiers().testFlag(Qt::ShiftModifier) ? 1 : 0) |
-                      (event->modifiers().testFlag(Qt::ControlModifier) ? 2 : 0) |
-                      (event->modifiers().testFlag(Qt::AltModifier) ? 4 : 0);
+    const int shift = formModifiers(*event);
+    const bool everyForm = reachesEveryForm(*code);
+    // What is typed into a box is text, also where the box has no use for it.
+    const bool typing = isText(*code) && dynamic_cast<QLineEdit*>(focusWidget()) != nullptr;
+    const auto use = everyForm ? forms::KeyUse::once : typing ? forms::KeyUse::none : form_->keyUse(*code, shift);
+    if (use == forms::KeyUse::none || (use == forms::KeyUse::once && event->isAutoRepeat())) {
+        event->ignore();
+        return;
+    }
+    if (!everyForm && std::find(heldKeys_.begin(), heldKeys_.end(), *code) == heldKeys_.end()) {
+        heldKeys_.push_back(*code);
+    }
     tell([&](forms::Form& form) { form.Form_KeyDown(*code, shift); });
 }
 
+void FormWindow::keyReleaseEvent(QKeyEvent* event) {
+    const auto code = formKeyCode(*event);
+    if (!code || event->isAutoRepeat() || std::erase(heldKeys_, *code) == 0) {
+        event->ignore();
+        return;
+    }
+    const int shift = formModifiers(*event);
+    tell([&](forms::Form& form) { form.Form_KeyUp(*code, shift); });
+}
+
+// Keys that are let go elsewhere are not told to this window.
+void FormWindow::releaseKeys() {
+    for (const int code : std::exchange(heldKeys_, {})) {
+        tell([code](forms::Form& form) { form.Form_KeyUp(code, forms::modifiers::none); });
+    }
+}
+
+void FormWindow::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    releaseKeys();
+}
+
 void FormWindow::mousePressEvent(QMouseEvent* event) {
+    dragGrip_ = event->globalPosition().toPoint() - pos();
     if (event->button() == Qt::LeftButton) {
-        dragGrip_ = event->globalPosition().toPoint() - pos();
         tell([](forms::Form& form) { form.Form_MouseDown(forms::MouseButton::left); });
     } else if (event->button() == Qt::RightButton) {
         tell([](forms::Form& form) { form.Form_MouseDown(forms::MouseButton::right); });
@@ -211,14 +395,14 @@ void FormWindow::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void FormWindow::mouseReleaseEvent(QMouseEvent* event) {
-    if (dragLoop_ != nullptr && event->button() == Qt::LeftButton) {
+    if (dragLoop_ != nullptr && (event->buttons() & dragButtons) == 0) {
         dragLoop_->quit();
     }
 }
 
 // Called by the form's own code, from inside a press. Returns when the window has come to rest.
 void FormWindow::dragUntilReleased() {
-    if (dragLoop_ != nullptr || !QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)) {
+    if (dragLoop_ != nullptr || (QGuiApplication::mouseButtons() & dragButtons) == 0) {
         return;
     }
     if (movedBySystemOnly()) {
@@ -236,12 +420,26 @@ void FormWindow::dragUntilReleased() {
 
 void FormWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
-    tell([](forms::Form& form) { form.Form_KeyDown(forms::keys::escape, 0); });
+    tell([](forms::Form& form) { form.Form_Close(); });
+}
+
+// Some window managers bring a window up open first, though it asks to be minimised: it asks once more then.
+bool FormWindow::stillBeingMinimised() {
+    if (isMinimized() || !minimisedFor_.isValid() || minimisedFor_.elapsed() >= minimisingMs) {
+        return false;
+    }
+    if (!std::exchange(askedAgain_, true)) {
+        minimiseAgain_.start();
+    }
+    return true;
 }
 
 void FormWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::WindowStateChange && isVisible()) {
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow()) {
+        releaseKeys();
+    }
+    if (event->type() == QEvent::WindowStateChange && isVisible() && !stillBeingMinimised()) {
         const auto state = isMinimized() ? forms::WindowState::minimised : forms::WindowState::normal;
         tell([state](forms::Form& form) { form.WindowState = state; });
     }

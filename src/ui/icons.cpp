@@ -26,6 +26,15 @@ IconShape clock() {
     return {path, true};
 }
 
+IconShape cross() {
+    QPainterPath path;
+    path.moveTo(-4, -4);
+    path.lineTo(4, 4);
+    path.moveTo(4, -4);
+    path.lineTo(-4, 4);
+    return {path, true};
+}
+
 IconShape powerMark() {
     QPainterPath path;
     const QRectF ring(-5.5, -4.8, 11, 11);
@@ -60,6 +69,10 @@ IconShape iconShape(Icon icon) {
             return clock();
         case Icon::minimise:
             return filled({}, {{-5, -1, 10, 2}});
+        case Icon::tray:
+            return filled({{{{-5, -2}, {5, -2}, {0, 3}}}}, {{-1.25, -6, 2.5, 5}, {-5, 4.5, 10, 2}});
+        case Icon::close:
+            return cross();
         case Icon::power:
             return powerMark();
         case Icon::none:

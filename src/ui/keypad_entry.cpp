@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QPalette>
 
+#include "ui/ground.h"
 #include "ui/theme.h"
 
 namespace tessarel::ui {
@@ -10,7 +11,9 @@ namespace tessarel::ui {
 QLineEdit* makeKeypadEntry(QWidget& window, const Theme& theme, const QRectF& place) {
     auto* entry = new QLineEdit(&window);
     entry->hide();
-    entry->setGeometry(QRectF(place.topLeft() * theme.scale(), place.size() * theme.scale()).toAlignedRect());
+    const auto* ground = groundOf(window);
+    const QPointF origin = ground != nullptr ? ground->origin() : QPointF();
+    entry->setGeometry(QRectF((place.topLeft() + origin) * theme.scale(), place.size() * theme.scale()).toAlignedRect());
     QFont font = theme.font(12);
     font.setPointSizeF(font.pointSizeF() * theme.scale());
     entry->setFont(font);
@@ -19,11 +22,11 @@ QLineEdit* makeKeypadEntry(QWidget& window, const Theme& theme, const QRectF& pl
     entry->setAlignment(Qt::AlignCenter);
     entry->setPlaceholderText(QStringLiteral("Track no."));
     QPalette colors;
-    colors.setColor(QPalette::Base, QColor(0x12, 0x30, 0x1f));
-    colors.setColor(QPalette::Text, QColor(palette::green));
-    colors.setColor(QPalette::PlaceholderText, QColor(palette::softGreen));
-    colors.setColor(QPalette::Highlight, QColor(palette::green));
-    colors.setColor(QPalette::HighlightedText, QColor(palette::ink));
+    colors.setColor(QPalette::Base, theme.glass().cellLit);
+    colors.setColor(QPalette::Text, theme.glass().lit);
+    colors.setColor(QPalette::PlaceholderText, theme.glass().dim);
+    colors.setColor(QPalette::Highlight, theme.glass().lit);
+    colors.setColor(QPalette::HighlightedText, theme.glass().ink);
     entry->setPalette(colors);
     return entry;
 }

@@ -18,6 +18,7 @@ namespace {
 constexpr double glowReach = 8;  ///< how far a glow reaches beyond its shape
 constexpr double glowDeviation = 2.2;
 constexpr int keptGlows = 256;
+constexpr double usualDotsPerInch = 96;
 
 QColor withAlpha(QColor color, double alpha) {
     color.setAlphaF(static_cast<float>(alpha));
@@ -88,15 +89,10 @@ QImage blurred(const QImage& shape, const QColor& color, double deviation) {
     return light;
 }
 
-double luminance(const QColor& color) {
-    const auto linear = [](double c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
-
 }  // namespace
 
-Theme::Theme(double scale, const PanelColors& panel)
-    : scale_(scale), panel_(panel), pointsPerPixel_(72.0 / QGuiApplication::primaryScreen()->logicalDotsPerInchY()) {}
+Theme::Theme(double scale, Look look)
+    : scale_(scale), look_(std::move(look)), pointsPerPixel_(72.0 / QGuiApplication::primaryScreen()->logicalDotsPerInchY()) {}
 
 bool Theme::hasSegments() const {
     if (!hasSegments_) {
@@ -128,21 +124,52 @@ QFont Theme::segmentFont(double size, bool segments) const {
     return font;
 }
 
+const GlassColors& Theme::glass() const {
+    if (glassPanel_ != look_.panel) {
+        glassPanel_ = look_.panel;
+        glass_ = glassColors(look_.panel);
+    }
+    return glass_;
+}
+
+QColor Theme::ink(Ink ink) const {
+    switch (ink) {
+        case Ink::soft:
+            return glass().soft;
+        case Ink::lit:
+            return glass().lit;
+        case Ink::dim:
+            return glass().dim;
+        case Ink::face:
+            return {palette::title};
+        case Ink::faceCaption:
+            return {palette::caption};
+        case Ink::keyLit:
+            return glass().keyLit;
+        case Ink::second:
+            return glass().custom ? glass().keyLit : QColor(palette::cyan);
+        case Ink::warning:
+            break;
+    }
+    return {palette::red};
+}
+
 Accent Theme::accent(Color color) const {
-    const auto isOneOf = [&](auto... indices) { return ((color == panel_[indices]) || ...); };
-    const bool dim = isOneOf(2U, 6U, 9U, 10U) || color == colors::black;
+    if (glass().custom) {
+        return customAccent(color);
+    }
     switch (color) {
         case 65280:
-            return {QColor(palette::green), !dim};
+            return {QColor(palette::green), true};
         case 0xFFFF00:
-            return {QColor(palette::cyan), !dim};
+            return {QColor(palette::cyan), true};
         case 65535:
-            return {QColor(palette::yellow), !dim};
+            return {QColor(palette::yellow), true};
+        case colors::white:
+            return {QColor(palette::softGreen), true};
         case colors::red:
         case colors::darkRed:
             return {QColor(palette::mutedRed), false};
-        case colors::white:
-            return {QColor(palette::softGreen), !dim};
         case colors::black:
         case 16384:
         case 16448:
@@ -150,21 +177,44 @@ Accent Theme::accent(Color color) const {
         case colors::grey:
             return {QColor(palette::glassText), false};
         default:
-            return {QColor(redOf(color), greenOf(color), blueOf(color)), !dim};
+            return {toQColor(color), true};
     }
 }
 
-void Theme::paintFace(QPainter& painter, const QRectF& rect) const {
-    QLinearGradient face(rect.topLeft(), rect.bottomLeft());
-    face.setColorAt(0, QColor(0x34, 0x38, 0x3e));
-    face.setColorAt(0.5, QColor(0x2a, 0x2d, 0x32));
-    face.setColorAt(1, QColor(0x20, 0x23, 0x27));
-    roundRect(painter, rect.adjusted(0.5, 0.5, -0.5, -0.5), 12, face, QColor(0x14, 0x16, 0x1a));
-    roundRect(painter, rect.adjusted(1.5, 1.5, -1.5, -1.5), 11, Qt::NoBrush, QColor(0x56, 0x5c, 0x66, 0x80));
+// The user's two colours mean lit and dim. What else is asked for is a colour of the program's own.
+Accent Theme::customAccent(Color color) const {
+    const auto& panel = look_.panel;
+    if (color == panel[0]) {
+        return {glass().lit, true};
+    }
+    if (color == colors::white) {
+        return {glass().soft, true};
+    }
+    const auto isOneOf = [color](auto... others) { return ((color == others) || ...); };
+    const bool dim = isOneOf(panel[1], panel[2], panel[5], panel[6], panel[9], panel[10], colors::black, colors::grey,
+                             colors::red, colors::darkRed);
+    if (dim) {
+        return {glass().dim, false};
+    }
+    const bool shows = contrast(toQColor(color), glass().bottom) >= readable;
+    return {shows ? toQColor(color) : glass().lit, true};
+}
+
+const QImage& Theme::pictureOf(const Skin& skin) const {
+    if (skin.picture != picturePath_) {
+        picturePath_ = skin.picture;
+        const auto bytes = skin.picture.empty() || !look_.readFile ? std::nullopt : look_.readFile(skin.picture);
+        picture_ = bytes ? pictureBehind(*bytes) : QImage();
+    }
+    return picture_;
+}
+
+void Theme::paintFace(QPainter& painter, const QRectF& design, const Skin& skin, bool titled) const {
+    paintSkin(painter, design, skin, pictureOf(skin), titled);
 }
 
 void Theme::paintGlass(QPainter& painter, const QRectF& rect) const {
-    roundRect(painter, rect, 9, downward(rect, 0xff0d1412, 0xff070b0a), Qt::black);
+    roundRect(painter, rect, 9, downward(rect, glass().top.rgb(), glass().bottom.rgb()), Qt::black);
     QLinearGradient sheen(rect.topLeft(), rect.bottomLeft());
     sheen.setColorAt(0, QColor(255, 255, 255, 18));
     sheen.setColorAt(0.45, QColor(255, 255, 255, 3));
@@ -173,34 +223,43 @@ void Theme::paintGlass(QPainter& painter, const QRectF& rect) const {
 }
 
 void Theme::paintWell(QPainter& painter, const QRectF& rect) const {
-    roundRect(painter, rect, 9, QColor(0x24, 0x27, 0x2c), QColor(palette::keyEdge));
+    roundRect(painter, rect, 9, QColor(palette::well), QColor(palette::keyEdge));
 }
 
 void Theme::paintKey(QPainter& painter, const QRectF& rect, KeyFace face) const {
-    const bool down = face == KeyFace::down;
-    const bool hovered = face == KeyFace::hovered;
-    const auto fill = down      ? downward(rect, 0xff24272b, 0xff2c3035)
-                      : hovered ? downward(rect, 0xff4d535c, 0xff3a3f46)
-                                : downward(rect, 0xff454a52, 0xff33373d);
+    const bool down = face == KeyFace::down || face == KeyFace::downHovered;
+    const auto fill = face == KeyFace::down          ? downward(rect, palette::keyDownTop, palette::keyDownBottom)
+                      : face == KeyFace::downHovered ? downward(rect, palette::keyDownBottom, palette::keyBottom)
+                      : face == KeyFace::hovered     ? downward(rect, palette::keyHoverTop, palette::keyHoverBottom)
+                                                     : downward(rect, palette::keyTop, palette::keyBottom);
     roundRect(painter, rect, 6, fill, QColor(palette::keyEdge));
     roundRect(painter, rect.adjusted(1, 1, -1, -1), 5, Qt::NoBrush, QColor(255, 255, 255, down ? 8 : 23));
 }
 
 void Theme::paintFocus(QPainter& painter, const QRectF& rect, double radius) const {
     painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(QColor(0, 0, 0, 150), 4));  // sets the ring off from any ground
+    painter.drawRoundedRect(rect, radius, radius);
     painter.setPen(QPen(QColor(palette::cyan), 2));
     painter.drawRoundedRect(rect, radius, radius);
 }
 
-void Theme::paintLamp(QPainter& painter, const QRectF& rect, const QString& text, const Accent& accent, bool hovered) const {
-    const bool plainDim = accent.color == QColor(palette::glassText);
-    const QColor edge = accent.lit ? withAlpha(accent.color, 0.8)
-                        : plainDim ? QColor(palette::lampEdge)
-                                   : withAlpha(accent.color, 0.45);
-    const QColor fill = accent.lit ? withAlpha(accent.color, hovered ? 0.26 : 0.16) : withAlpha(Qt::white, hovered ? 0.06 : 0);
+void Theme::paintLamp(QPainter& painter, const QRectF& rect, const QString& text, const Accent& accent, KeyFace face) const {
+    const bool plainDim = accent.color == glass().dim;
+    const bool hovered = face == KeyFace::hovered;
+    const bool down = face == KeyFace::down;
+    const QColor edge = down         ? glass().lit
+                        : accent.lit ? withAlpha(accent.color, 0.8)
+                        : hovered    ? glass().hoverEdge
+                        : plainDim   ? glass().lampEdge
+                                     : withAlpha(accent.color, 0.45);
+    const QColor fill = down         ? glass().bottom
+                        : accent.lit ? withAlpha(accent.color, hovered ? 0.2 : 0.14)
+                        : hovered    ? glass().lampHover
+                                     : QColor(Qt::transparent);
     roundRect(painter, rect, 4, fill, edge);
-    paintText(painter, rect.center().x(), rect.center().y() + 3.8, text, font(10, QFont::Normal, 0.8), accent.color,
-              Qt::AlignHCenter);
+    paintText(painter, rect.center().x(), rect.center().y() + (down ? 4.8 : 3.8), text, font(10, QFont::Normal, 0.8),
+              accent.color, Qt::AlignHCenter);
 }
 
 void Theme::paintText(QPainter& painter, double x, double baseline, const QString& text, const QFont& font, const QColor& color,
@@ -234,16 +293,14 @@ void Theme::paintGlow(QPainter& painter, const QPainterPath& shape, const QColor
     painter.drawPixmap(QRectF(area.topLeft(), QSizeF(found->size()) / pixels), *found, QRectF(found->rect()));
 }
 
-double desktopScale(double width) {
-    const auto* screen = QGuiApplication::primaryScreen();
-    const double wanted = std::clamp(screen->logicalDotsPerInchY() / 96.0, 1.0, 2.0);
-    return std::max(1.0, std::min(wanted, screen->availableGeometry().width() / width));
+double scaleFor(const QSizeF& largest, double dotsPerInch, const QSizeF& room) {
+    const double wanted = std::clamp(dotsPerInch / usualDotsPerInch, 1.0, 2.0);
+    return std::min({wanted, room.width() / largest.width(), room.height() / largest.height()});
 }
 
-double contrast(const QColor& a, const QColor& b) {
-    const double la = luminance(a);
-    const double lb = luminance(b);
-    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+double desktopScale(const QSizeF& largest) {
+    const auto* screen = QGuiApplication::primaryScreen();
+    return scaleFor(largest, screen->logicalDotsPerInchY(), screen->availableGeometry().size());
 }
 
 }  // namespace tessarel::ui

@@ -1,24 +1,16 @@
 #include "volume/volume_engine.h"
 
-#include <algorithm>
-#include <optional>
+#include <functional>
 #include <string>
 #include <utility>
 
 #include "platform/dialogs.h"
+#include "platform/system.h"
 #include "shell/shared_state.h"
 #include "volume/mixer_launch.h"
 
 namespace tessarel::volume {
 namespace {
-
-// The disc's stream as a sound device with a volume word and codes.
-constexpr int success = 0;
-constexpr int noServerCode = 3;
-
-int auxSetVolume(platform::AudioLevels& levels, std::uint32_t word) {
-    return levels.setDiscLevel(unpackVolume(word)) ? success : noServerCode;
-}
 
 void onRightPress(forms::Control& control, std::function<void()> handler) {
     control.MouseDown = [handler = std::move(handler)](forms::MouseButton button) {
@@ -30,65 +22,95 @@ void onRightPress(forms::Control& control, std::function<void()> handler) {
 
 }  // namespace
 
-// A type of its own, so that an engine can tell its own handler from that of one that came later.
-struct VolumeEngine::Follow {
-    VolumeEngine* engine;
-    void operator()(platform::StereoLevel level) const { engine->followMixer(level); }
-};
-
-VolumeEngine::VolumeEngine(const shell::Context& context, VolumeState& state, const VolumeControls& controls)
-    : context_(context), state_(state), controls_(controls) {
+VolumeEngine::VolumeEngine(const shell::Context& context, VolumeState& state, const VolumeControls& controls, VolumeLine line)
+    : context_(context), state_(state), controls_(controls), line_(line) {
     attachHandlers();
-    context_.levels.onDiscLevelChanged = Follow{this};
-}
-
-VolumeEngine::~VolumeEngine() {
-    const auto* follow = context_.levels.onDiscLevelChanged.target<Follow>();
-    if (follow != nullptr && follow->engine == this) {
-        context_.levels.onDiscLevelChanged = nullptr;
-    }
+    lineNews_ = context_.levels.watch(line_.line, [this](const platform::LineLevel& heard) { followLine(heard); });
+    outputNews_ = context_.systemMixer.watch([this](const platform::OutputLevel& heard) { followOutput(heard); });
 }
 
 void VolumeEngine::attachHandlers() {
-    controls_.leftSlider.Change = [this] { sliderChange(left(), right()); };
-    controls_.rightSlider.Change = [this] { sliderChange(right(), left()); };
+    controls_.leftSlider.Change = [this] { sliderChange(Side::left, controls_.leftSlider); };
+    controls_.rightSlider.Change = [this] { sliderChange(Side::right, controls_.rightSlider); };
+    controls_.rightSlider.MouseUp = [this](forms::MouseButton) { sendVolumeKeys(); };
+    controls_.leftSlider.MouseUp = controls_.rightSlider.MouseUp;
     controls_.muteKey.Click = [this] { mute(); };
     controls_.muteLit.Click = [this] { unmute(); };
     controls_.linkKey.Click = [this] { setLinked(true); };
     controls_.linkLit.Click = [this] { setLinked(false); };
-    controls_.mixerButton.Click = [this] { launchMixer(context_); };
-    onRightPress(controls_.mixerButton, [this] { showSliders(); });
-    onRightPress(controls_.panel, [this] { showMixerButton(); });
+    if (controls_.mixerButton != nullptr) {
+        controls_.mixerButton->Click = [this] { launchMixer(context_); };
+        onRightPress(*controls_.mixerButton, [this] { showSliders(); });
+        onRightPress(controls_.panel, [this] { showMixerButton(); });
+    }
 }
 
-VolumeEngine::Channel VolumeEngine::left() { return {controls_.leftSlider, state_.cdVolumeLeft, state_.sliderLastLeft}; }
-
-VolumeEngine::Channel VolumeEngine::right() { return {controls_.rightSlider, state_.cdVolumeRight, state_.sliderLastRight}; }
-
-std::int16_t& VolumeEngine::volumeMode() { return context_.state.volumeMode; }
+VolumeEngine::Drive VolumeEngine::drive() const {
+    const auto mode = context_.state.volumeMode;
+    if (mode == modes::output) {
+        return Drive::output;
+    }
+    return mode == modes::direct || line_.inEveryMode ? Drive::line : Drive::nothing;
+}
 
 void VolumeEngine::activate() {
-    volumeMode() = effectiveMode(volumeMode());
+    auto& mode = context_.state.volumeMode;
+    mode = effectiveMode(mode);
     showMode();
-    if (volumeMode() != modes::direct || std::exchange(levelsTaken_, true)) {
+    if (std::exchange(takenIn_, mode) == mode) {
         return;
     }
+    if (drive() == Drive::output) {
+        takeOutput();
+        return;
+    }
+    if (standsForOutput(state_)) {
+        unmute();
+    }
+    if (drive() == Drive::line) {
+        takeLine();
+    }
+}
+
+void VolumeEngine::takeOutput() {
+    if (!state_.outputReady) {
+        prepareVolumeApp();
+        return;
+    }
+    if (state_.levelsRead) {
+        fillLine();
+    }
+    change(asOutput(state_, context_.systemMixer.level()));
+}
+
+void VolumeEngine::takeLine() {
     if (!state_.levelsRead) {
         cdvol();
         return;
     }
     showState();
-    if (const auto level = context_.levels.discLevel()) {
-        followMixer(*level);
+    if (const auto level = context_.levels.level(line_.line)) {
+        followLine(*level);
     }
 }
 
 void VolumeEngine::cdvol() {
-    takeLevels(context_.levels.discLevel().value_or(platform::StereoLevel{state_.cdVolumeLeft, state_.cdVolumeRight}));
-    state_.muted = false;
-    state_.linked = standTogether(state_.sliderLastLeft, state_.sliderLastRight);
-    state_.levelsRead = true;
-    showState();
+    if (const auto level = findCdAuxDevice()) {
+        change(asRead(state_, *level));
+    } else {
+        context_.state.volumeMode = modes::mixerButton;
+        takenIn_.reset();
+    }
+    showMode();
+}
+
+std::optional<platform::LineLevel> VolumeEngine::findCdAuxDevice() {
+    const auto level = context_.levels.level(line_.line);
+    if (!level) {
+        reportVolumeError(level.error());
+        return std::nullopt;
+    }
+    return *level;
 }
 
 void VolumeEngine::reportVolumeError(int code) {
@@ -98,94 +120,116 @@ void VolumeEngine::reportVolumeError(int code) {
 }
 
 void VolumeEngine::mute() {
-    if (volumeMode() != modes::direct || state_.muted) {
+    if (state_.muted || drive() == Drive::nothing) {
         return;
     }
-    state_.muteMemory = {state_.cdVolumeLeft, state_.cdVolumeRight};
-    state_.cdVolumeLeft = 0;
-    state_.cdVolumeRight = 0;
-    state_.muted = true;
-    showState();
-    setDevice();
+    if (drive() == Drive::output) {
+        state_.muted = true;
+        showState();
+        context_.systemMixer.setMuted(true);
+        return;
+    }
+    change(afterMute(state_));
+    setLine();
 }
 
 void VolumeEngine::unmute() {
-    if (!state_.muted) {
-        return;
+    if (state_.muted) {
+        reportVolumeError(liftMute(context_, state_, line_.line));
+        showState();
     }
-    state_.cdVolumeLeft = state_.muteMemory[0];
-    state_.cdVolumeRight = state_.muteMemory[1];
-    state_.muted = false;
-    showState();
-    setDevice();
 }
 
 void VolumeEngine::setLinked(bool linked) {
+    if (drive() == Drive::output) {
+        context_.system.beep();
+        return;
+    }
     state_.linked = linked;
     showState();
 }
 
+void VolumeEngine::sendVolumeKeys() {
+    if (drive() == Drive::output) {
+        state_.muteMemory[0] = stepOfPosition(state_.sliderLastRight);
+        context_.systemMixer.setStep(state_.muteMemory[0]);
+    }
+}
+
+void VolumeEngine::prepareVolumeApp() {
+    change(asOutput(state_, {platform::SystemMixer::middleStep, false}));
+    context_.systemMixer.centreBalance();
+    context_.systemMixer.setStep(state_.muteMemory[0]);
+    context_.systemMixer.setMuted(false);
+    fillLine();
+}
+
+// So that the sliders alone decide how loud the line is.
+void VolumeEngine::fillLine() { reportVolumeError(context_.levels.setLevel(line_.line, {})); }
+
+void VolumeEngine::closeVolumeApp() {
+    if (drive() == Drive::output) {
+        state_.muted = false;
+        showState();
+        context_.systemMixer.setMuted(false);
+    }
+}
+
 void VolumeEngine::showSliders() {
-    volumeMode() = modes::direct;
+    context_.state.volumeMode = modes::direct;
     cdvol();
-    showMode();
 }
 
 void VolumeEngine::showMixerButton() {
-    volumeMode() = modes::mixerButton;
+    if (drive() == Drive::output) {
+        context_.system.beep();
+        return;
+    }
+    context_.state.volumeMode = modes::mixerButton;
     showMode();
 }
 
-void VolumeEngine::sliderChange(Channel moved, Channel other) {
-    if (volumeMode() != modes::direct) {
-        return;
+void VolumeEngine::takeOver(const VolumeState& left) { change(left); }
+
+void VolumeEngine::sliderChange(Side moved, const forms::Slider& slider) {
+    const int to = slider.Value;
+    if (drive() == Drive::output) {
+        change(afterMoveTogether(state_, to));
+    } else if (drive() == Drive::line) {
+        unmute();
+        change(afterMove(state_, moved, to));
+        setLine();
     }
-    const int to = moved.slider.Value;
-    if (state_.muted) {
-        state_.cdVolumeLeft = state_.muteMemory[0];
-        state_.cdVolumeRight = state_.muteMemory[1];
-        state_.muted = false;
-        setDevice();
-    }
-    moved.level = levelAfterMove(moved.level, moved.last, to);
-    moved.last = static_cast<std::int16_t>(to);
-    if (state_.linked) {
-        other.level = moved.level;
-        other.last = moved.last;
-    }
-    showState();
-    setDevice();
 }
 
-// Levels that the device has already: they are shown, not set.
-void VolumeEngine::takeLevels(platform::StereoLevel level) {
-    state_.cdVolumeLeft = std::clamp(level.left, 0, fullLevel);
-    state_.cdVolumeRight = std::clamp(level.right, 0, fullLevel);
-    state_.sliderLastLeft = static_cast<std::int16_t>(sliderPosition(state_.cdVolumeLeft));
-    state_.sliderLastRight = static_cast<std::int16_t>(sliderPosition(state_.cdVolumeRight));
+void VolumeEngine::followLine(const platform::LineLevel& heard) {
+    if (drive() != Drive::output && !standsForOutput(state_)) {
+        change(afterLineChange(state_, heard));
+    }
 }
 
-void VolumeEngine::followMixer(platform::StereoLevel level) {
-    if (level == platform::StereoLevel{state_.cdVolumeLeft, state_.cdVolumeRight}) {
-        return;
+void VolumeEngine::followOutput(const platform::OutputLevel& heard) {
+    if (drive() == Drive::output && state_.outputReady) {
+        change(afterOutputChange(state_, heard));
     }
-    takeLevels(level);
-    state_.muted = false;
-    state_.linked = state_.linked && standTogether(state_.sliderLastLeft, state_.sliderLastRight);
+}
+
+void VolumeEngine::change(const VolumeState& to) {
+    state_ = to;
     showState();
 }
 
-void VolumeEngine::setDevice() {
-    const int code = auxSetVolume(context_.levels, packVolume(state_.cdVolumeLeft, state_.cdVolumeRight));
-    if (code != success) {
-        reportVolumeError(code);
-    }
+void VolumeEngine::setLine() {
+    const auto word = packVolume(state_.cdVolumeLeft, state_.cdVolumeRight);
+    reportVolumeError(context_.levels.setLevel(line_.line, unpackVolume(word)));
 }
 
 void VolumeEngine::showMode() {
-    const bool sliders = volumeMode() == modes::direct;
+    const bool sliders = drive() != Drive::nothing;
     controls_.panel.Visible = sliders;
-    controls_.mixerButton.Visible = !sliders;
+    if (controls_.mixerButton != nullptr) {
+        controls_.mixerButton->Visible = !sliders;
+    }
 }
 
 void VolumeEngine::showState() {
@@ -193,10 +237,25 @@ void VolumeEngine::showState() {
     controls_.rightSlider.Value = state_.sliderLastRight;
     controls_.leftFigure.Caption = std::to_string(sliderFigure(state_.sliderLastLeft));
     controls_.rightFigure.Caption = std::to_string(sliderFigure(state_.sliderLastRight));
-    controls_.muteLit.Visible = state_.muted;
-    controls_.muteKey.Visible = !state_.muted;
+    // Without a mode that mutes, the key is the way to the mixer and stays.
+    const bool lit = state_.muted && context_.state.volumeMode != modes::mixerButton;
+    controls_.muteLit.Visible = lit;
+    controls_.muteKey.Visible = !lit;
     controls_.linkLit.Visible = state_.linked;
     controls_.linkKey.Visible = !state_.linked;
+}
+
+int liftMute(const shell::Context& context, VolumeState& state, platform::Line line) {
+    if (!state.muted) {
+        return platform::deviceCodes::success;
+    }
+    if (standsForOutput(state)) {
+        state.muted = false;
+        context.systemMixer.setMuted(false);
+        return platform::deviceCodes::success;
+    }
+    state = afterUnmute(state);
+    return context.levels.setLevel(line, {state.cdVolumeLeft, state.cdVolumeRight});
 }
 
 }  // namespace tessarel::volume

@@ -4,11 +4,15 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "platform/audio_levels.h"
+#include "platform/system_mixer.h"
+
 namespace tessarel::volume {
 namespace {
 
-constexpr int outOfRangeCode = 2;
-constexpr int noDriverCode = 6;
+using platform::SystemMixer;
+
+constexpr double stepsPerPosition = static_cast<double>(SystemMixer::fullStep) / silentPosition;
 
 std::int32_t rounded(double value) { return static_cast<std::int32_t>(std::nearbyint(value)); }
 
@@ -34,17 +38,25 @@ std::int32_t levelAfterMove(std::int32_t level, int from, int to) {
     return to < from ? std::min(level + step, fullLevel) : std::max(level - step, 0);
 }
 
+int stepOfPosition(int position) {
+    return std::clamp(rounded(SystemMixer::fullStep - stepsPerPosition * position), 0, SystemMixer::fullStep);
+}
+
+int positionOfStep(int step) {
+    return std::clamp(rounded((SystemMixer::fullStep - step) / stepsPerPosition), 0, silentPosition);
+}
+
 int sliderFigure(int position) { return silentPosition - position; }
 
 bool standTogether(int left, int right) { return std::abs(left - right) < 2; }
 
 std::optional<std::string_view> volumeErrorText(int code) {
     switch (code) {
-        case outOfRangeCode:
+        case platform::deviceCodes::outOfRange:
             return "Specified sound board device ID is out of range; you may need to install an updated driver for your sound "
                    "board, or use the Force Windows Compatible sound mode or disable the internal volume sliders in the "
                    "Tessarel Setup Section.";
-        case noDriverCode:
+        case platform::deviceCodes::noDriver:
             return "The driver failed to install.";
         default:
             return std::nullopt;

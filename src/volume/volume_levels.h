@@ -15,7 +15,8 @@ inline constexpr int silentPosition = 100;
 /// How the volume is driven, by the numbers of the settings.
 namespace modes {
 inline constexpr std::int16_t mixerButton = 0;  ///< no sliders
-inline constexpr std::int16_t direct = 3;
+inline constexpr std::int16_t direct = 3;       ///< sliders set the level of the program's own sound
+inline constexpr std::int16_t output = 4;       ///< sliders set the level of the desktop's default output
 }  // namespace modes
 
 /// The mode that a number in the settings stands for: 1 and 2 are read as 3.
@@ -31,6 +32,10 @@ int sliderPosition(std::int32_t level);
 /// A channel's level after its slider has moved from one position to another. It moves by as much as the slider did, so it
 /// need not be the exact level of the new position; a slider at its lowest end silences the channel.
 std::int32_t levelAfterMove(std::int32_t level, int from, int to);
+
+/// The step of the desktop's output, 0 to 250, for a slider position, and back. The ends are the output's own.
+int stepOfPosition(int position);
+int positionOfStep(int step);
 
 /// The figure beside a slider.
 int sliderFigure(int position);

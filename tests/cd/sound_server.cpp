@@ -125,18 +125,33 @@ Recording::Recording(const SoundServer& server)
         << "nothing is recorded";
 }
 
-std::vector<std::int64_t> Recording::samples() const {
+std::vector<std::int16_t> Recording::values() const {
     std::ifstream file(file_, std::ios::binary);
     const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
-    const auto value = [&](std::size_t at) {
-        return static_cast<std::int16_t>(static_cast<unsigned char>(bytes[at]) | static_cast<unsigned char>(bytes[at + 1])
-                                                                                     << 8);
-    };
+    std::vector<std::int16_t> values;
+    for (std::size_t at = 0; at + 4 <= bytes.size(); at += 2) {
+        values.push_back(
+            static_cast<std::int16_t>(static_cast<unsigned char>(bytes[at]) | static_cast<unsigned char>(bytes[at + 1]) << 8));
+    }
+    return values;
+}
+
+std::vector<std::int64_t> Recording::samples() const {
+    const auto both = values();
     std::vector<std::int64_t> numbers;
-    for (std::size_t at = 0; at + 4 <= bytes.size(); at += 4) {
-        numbers.push_back(numberOf(value(at), value(at + 2)));
+    for (std::size_t at = 0; at + 1 < both.size(); at += 2) {
+        numbers.push_back(numberOf(both[at], both[at + 1]));
     }
     return numbers;
+}
+
+std::vector<std::int16_t> Recording::left() const {
+    const auto both = values();
+    std::vector<std::int16_t> left;
+    for (std::size_t at = 0; at + 1 < both.size(); at += 2) {
+        left.push_back(both[at]);
+    }
+    return left;
 }
 
 std::vector<std::int64_t> Recording::music() const {

@@ -54,10 +54,14 @@ public:
     explicit Recording(const SoundServer& server);
     /// The numbers of the samples heard so far, silence as -1.
     std::vector<std::int64_t> samples() const;
+    /// The left channel heard so far.
+    std::vector<std::int16_t> left() const;
     /// The same without silence.
     std::vector<std::int64_t> music() const;
 
 private:
+    std::vector<std::int16_t> values() const;
+
     std::filesystem::path file_;
     ChildProcess recorder_;
 };

@@ -4,10 +4,10 @@
 
 #include "fake_discs.h"
 #include "host/cd/frame_reader.h"
-#include "host/cd/level_words.h"
 #include "host/cd/play_plan.h"
 #include "host/cd/sample_clock.h"
 #include "host/cd/sample_ring.h"
+#include "host/level_words.h"
 
 namespace tessarel::tests {
 namespace {

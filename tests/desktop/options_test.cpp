@@ -91,14 +91,16 @@ TEST(Options, TheHelpTextNamesEveryOption) {
 class CommandLineTest : public ::testing::Test {
 protected:
     CommandLine line(const std::vector<std::string>& words) {
-        return commandLine(words, "/desk",
-                           {[](const std::string& path) {
-                                return std::set<std::string>{"/desk/disc.cue", "/desk/two.iso", "/bin/tool.exe",
-                                                             "/desk/a b.exe", "/desk/AUDIOCD"}
-                                    .contains(path);
-                            },
-                            [](const std::string& path) { return path.ends_with(".cue") || path.ends_with(".iso"); },
-                            [](const std::string& path) { return "Z:" + path; }});
+        return commandLine(
+            words, "/desk",
+            {[](const std::string& path) {
+                 return std::set<std::string>{"/desk/disc.cue", "/desk/two.iso", "/bin/tool.exe", "/desk/a b.exe",
+                                              "/desk/AUDIOCD"}
+                     .contains(path);
+             },
+             [](const std::string& path) { return path.ends_with(".cue") || path.ends_with(".iso"); },
+             [](const std::string& path) { return "Z:" + path; },
+             [](const std::string& folder) { return std::string(folder == "/media/stick" ? "/media/stick/a.cue" : ""); }});
     }
 };
 
@@ -123,14 +125,44 @@ TEST_F(CommandLineTest, AFileThatIsNotThereIsPassedOnAsItStands) {
 TEST_F(CommandLineTest, ADiscImageIsTakenOut) {
     const auto result = line({"disc.cue", "AUDIO"});
     EXPECT_EQ(result.text, "AUDIO");
-    EXPECT_EQ(result.image, "/desk/disc.cue");
-    EXPECT_EQ(line({"AUDIO"}).image, std::nullopt);
+    EXPECT_THAT(result.images, ElementsAre("/desk/disc.cue"));
+    EXPECT_THAT(line({"AUDIO"}).images, IsEmpty());
 }
 
-TEST_F(CommandLineTest, OfTwoDiscImagesTheFirstIsInserted) {
+TEST_F(CommandLineTest, AllDiscImagesAreTakenOutInTheirOrder) {
     const auto result = line({"disc.cue", "two.iso"});
-    EXPECT_EQ(result.image, "/desk/disc.cue");
-    EXPECT_EQ(result.text, "Z:/desk/two.iso");
+    EXPECT_THAT(result.images, ElementsAre("/desk/disc.cue", "/desk/two.iso"));
+    EXPECT_EQ(result.text, "");
+}
+
+TEST_F(CommandLineTest, AnAddressOfAFileIsItsPath) {
+    for (const auto* address : {"file:///desk/disc.cue", "file://localhost/desk/disc.cue", "file:/desk/disc.cue",
+                                "file:///desk/d%69sc%2Ecue", "file:///desk/dis%63.cu%65"}) {
+        EXPECT_THAT(line({address}).images, ElementsAre("/desk/disc.cue")) << address;
+    }
+    EXPECT_EQ(line({"file:///desk/a%20b.exe"}).text, "Z:/desk/a b.exe");
+}
+
+TEST_F(CommandLineTest, AnAddressOfNothingHereIsPassedOnAsItStands) {
+    for (const auto* address : {"file:///desk/none.cue", "file://elsewhere/desk/disc.cue", "http://localhost/desk/disc.cue",
+                                "file:///desk/disc.cue%", "file:///desk/disc.cue%2", "file:///desk/disc.cue%zz", "file:"}) {
+        EXPECT_THAT(line({address}).images, IsEmpty()) << address;
+        EXPECT_EQ(line({address}).text, address);
+    }
+}
+
+TEST_F(CommandLineTest, AFolderIsTheFirstImageInIt) {
+    EXPECT_THAT(line({"/media/stick"}).images, ElementsAre("/media/stick/a.cue"));
+    EXPECT_THAT(line({"../media/stick"}).images, ElementsAre("/media/stick/a.cue"));
+    EXPECT_THAT(line({"file:///media/stick"}).images, ElementsAre("/media/stick/a.cue"));
+    EXPECT_EQ(line({"/media/other"}).text, "/media/other");
+    EXPECT_EQ(line({"AUDIO"}).text, "AUDIO") << "a word is never taken for a folder";
+}
+
+TEST_F(CommandLineTest, TheDiscInADriveIsAskedForByItsAddress) {
+    EXPECT_TRUE(line({"cdda://sr0/"}).discInDrive);
+    EXPECT_EQ(line({"cdda://sr0/"}).text, "");
+    EXPECT_FALSE(line({"disc.cue"}).discInDrive);
 }
 
 }  // namespace

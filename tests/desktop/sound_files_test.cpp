@@ -9,6 +9,8 @@
 #include <fstream>
 #include <map>
 #include <memory>
+#include <mutex>
+#include <set>
 #include <thread>
 #include <vector>
 
@@ -122,17 +124,48 @@ private:
     std::unique_ptr<Child> recorder_;
 };
 
+/// A line that stands at a level and remembers the streams that carried it.
+class FixedLine : public LineStreams {
+public:
+    std::optional<platform::LineLevel> startLevel() const override { return level; }
+    void streamStarted(std::uint32_t index, int channels) override {
+        const std::lock_guard hold(mutex_);
+        channels_.push_back(channels);
+        sounding_.insert(index);
+    }
+    void streamGone(std::uint32_t index) override {
+        const std::lock_guard hold(mutex_);
+        sounding_.erase(index);
+    }
+    std::vector<int> channels() const {
+        const std::lock_guard hold(mutex_);
+        return channels_;
+    }
+    std::size_t sounding() const {
+        const std::lock_guard hold(mutex_);
+        return sounding_.size();
+    }
+
+    std::optional<platform::LineLevel> level;
+
+private:
+    mutable std::mutex mutex_;
+    std::vector<int> channels_;
+    std::set<std::uint32_t> sounding_;
+};
+
 class SoundFiles : public ::testing::Test {
 protected:
     SoundFiles() { files_.files["C:\\CLICK.WAV"] = tone(300ms); }
 
     MemoryFiles files_;
     QtScheduler scheduler_;
+    FixedLine line_;
 };
 
 TEST_F(SoundFiles, ACueIsHeardWholeAndTheCallReturnsAtOnce) {
     const RecordingServer server;
-    PulseSoundFiles sounds(scheduler_, files_);
+    PulseSoundFiles sounds(scheduler_, files_, line_);
     const auto start = scheduler_.now();
     sounds.play("C:\\CLICK.WAV");
     EXPECT_LT(scheduler_.now() - start, 250ms);
@@ -142,9 +175,28 @@ TEST_F(SoundFiles, ACueIsHeardWholeAndTheCallReturnsAtOnce) {
     EXPECT_LE(server.loudSamples(), 44100 * 300 / 1000);
 }
 
+TEST_F(SoundFiles, ASoundStartsAtTheLevelOfItsLineAndTellsTheLineOfItsStream) {
+    const RecordingServer server;
+    line_.level = {{32768, 32768}, false};  // an eighth of the swing
+    {
+        PulseSoundFiles sounds(scheduler_, files_, line_);
+        sounds.play("C:\\CLICK.WAV");
+        EXPECT_TRUE(RecordingServer::waitFor([&] { return line_.sounding() == 1; }));
+        EXPECT_TRUE(RecordingServer::waitFor([&] { return server.loudSamples() > 4410; }));
+        EXPECT_TRUE(RecordingServer::waitFor([&] { return line_.sounding() == 0; }));
+    }
+    EXPECT_EQ(line_.channels(), std::vector{2});
+    EXPECT_NEAR(server.peak(), 32767 * 0.5 / 8, 30);
+    line_.level->muted = true;
+    const long before = server.loudSamples();
+    PulseSoundFiles(scheduler_, files_, line_).playAndWait("C:\\CLICK.WAV");
+    std::this_thread::sleep_for(100ms);
+    EXPECT_EQ(server.loudSamples(), before);
+}
+
 TEST_F(SoundFiles, WaitingLastsAsLongAsTheSoundAndHoldsTimersBack) {
     const RecordingServer server;
-    PulseSoundFiles sounds(scheduler_, files_);
+    PulseSoundFiles sounds(scheduler_, files_, line_);
     bool fired = false;
     const auto timer = scheduler_.after(10ms, [&] { fired = true; });
     const auto start = scheduler_.now();
@@ -158,7 +210,7 @@ TEST_F(SoundFiles, WaitingLastsAsLongAsTheSoundAndHoldsTimersBack) {
 TEST_F(SoundFiles, TwoCuesSoundOverEachOther) {
     files_.files["C:\\QUIET.WAV"] = tone(600ms, 0.3);
     const RecordingServer server;
-    PulseSoundFiles sounds(scheduler_, files_);
+    PulseSoundFiles sounds(scheduler_, files_, line_);
     sounds.play("C:\\QUIET.WAV");
     sounds.playAndWait("C:\\QUIET.WAV");
     EXPECT_TRUE(RecordingServer::waitFor([&] { return server.peak() > 32767 * 4 / 10; })) << server.peak();
@@ -167,7 +219,7 @@ TEST_F(SoundFiles, TwoCuesSoundOverEachOther) {
 TEST_F(SoundFiles, AFifthSoundAtATimeIsPassedOver) {
     files_.files["C:\\LONG.WAV"] = tone(3000ms, 0.1);
     const RecordingServer server;
-    PulseSoundFiles sounds(scheduler_, files_);
+    PulseSoundFiles sounds(scheduler_, files_, line_);
     for (int i = 0; i < 4; ++i) {
         sounds.play("C:\\LONG.WAV");
     }
@@ -181,7 +233,7 @@ TEST_F(SoundFiles, TheEndOfTheProgramCutsWhatStillPlays) {
     const RecordingServer server;
     const auto start = scheduler_.now();
     {
-        PulseSoundFiles sounds(scheduler_, files_);
+        PulseSoundFiles sounds(scheduler_, files_, line_);
         sounds.play("C:\\LONG.WAV");
         EXPECT_TRUE(RecordingServer::waitFor([&] { return server.loudSamples() > 0; }));
     }
@@ -190,7 +242,7 @@ TEST_F(SoundFiles, TheEndOfTheProgramCutsWhatStillPlays) {
 
 TEST_F(SoundFiles, WithoutAServerThereIsSilenceAndNoDelay) {
     const ScopedVariable nowhere("PULSE_SERVER", "unix:/nonexistent/native");
-    PulseSoundFiles sounds(scheduler_, files_);
+    PulseSoundFiles sounds(scheduler_, files_, line_);
     const auto start = scheduler_.now();
     sounds.play("C:\\CLICK.WAV");
     sounds.playAndWait("C:\\CLICK.WAV");
@@ -201,7 +253,7 @@ TEST_F(SoundFiles, AnEmptyPathAMissingFileAndABrokenOneArePassedOver) {
     files_.files["C:\\BROKEN.WAV"] = "RIFF\x10\0\0\0WAVEjunk";
     files_.files["C:\\EMPTY.WAV"] = "";
     const ScopedVariable nowhere("PULSE_SERVER", "unix:/nonexistent/native");
-    PulseSoundFiles sounds(scheduler_, files_);
+    PulseSoundFiles sounds(scheduler_, files_, line_);
     const auto start = scheduler_.now();
     for (const char* path : {"", "C:\\MISSING.WAV", "C:\\BROKEN.WAV", "C:\\EMPTY.WAV"}) {
         sounds.play(path);

@@ -59,6 +59,9 @@ public:
     std::vector<std::string> log;  ///< the calls to any player
     int opened = 0;
 
+    /// How many players there are, opened or not.
+    std::size_t made() const { return players_.size(); }
+
     void insert(std::shared_ptr<const platform::CdToc> toc) { disc = std::move(toc); }
     /// As if the disc were pulled out of the drive.
     void pull() {
@@ -70,7 +73,10 @@ private:
     class Player : public platform::CdPlayer {
     public:
         explicit Player(FakeCdPlayers& owner) : owner_(owner) { owner_.players_.push_back(this); }
-        ~Player() override { std::erase(owner_.players_, this); }
+        ~Player() override {
+            std::erase(owner_.players_, this);
+            owner_.opened -= state_ == platform::CdState::closed ? 0 : 1;
+        }
 
         std::optional<platform::CdOpenFault> open(char letter, bool /*shareable*/) override {
             owner_.log.push_back(std::string("open ") + letter);

@@ -70,6 +70,8 @@ public:
     }
 
     void setTimeOfDay(platform::Milliseconds sinceMidnight) { wallStart_ = sinceMidnight - now_; }
+    /// How many timers run.
+    std::size_t timers() const { return timers_.size(); }
     platform::Milliseconds waited() const { return waited_; }
 
     /// Fake devices derive their events from the clock here; called whenever it has moved.

@@ -10,9 +10,12 @@
 #include "tests/fakes/fake_dialogs.h"
 #include "tests/fakes/fake_drives.h"
 #include "tests/fakes/fake_levels.h"
+#include "tests/fakes/fake_media_session.h"
+#include "tests/fakes/fake_notifications.h"
 #include "tests/fakes/fake_processes.h"
 #include "tests/fakes/fake_sounds.h"
 #include "tests/fakes/fake_system.h"
+#include "tests/fakes/fake_system_mixer.h"
 #include "tests/fakes/memory_file_system.h"
 #include "tests/fakes/simulated_scheduler.h"
 
@@ -34,6 +37,9 @@ struct World {
     FakeSystem system;
     FakeSounds sounds{scheduler};
     FakeLevels levels;
+    FakeSystemMixer systemMixer;
+    FakeMediaSession media;
+    FakeNotifications notifications;
     FakeCdPlayers cd{scheduler};
     shell::SharedState state;
     forms::Windows windows{scheduler};
@@ -41,8 +47,8 @@ struct World {
 
 private:
     explicit World(platform::CdPlayers* players)
-        : context{scheduler, files,   drives, processes, dialogs, system, sounds, players == nullptr ? cd : *players,
-                  levels,    windows, state} {
+        : context{scheduler, files,       drives,  processes, dialogs, system, sounds, players == nullptr ? cd : *players,
+                  levels,    systemMixer, windows, state} {
         state.dataDir = "C:\\Tessarel";
         state.systemDir = "C:\\WINDOWS\\SYSTEM";
         state.windowsDir = "C:\\WINDOWS";

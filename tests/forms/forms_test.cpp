@@ -20,6 +20,7 @@ struct Sample : Form {
     TextBox entry{*this, "Text1", "Name"};
     Slider slider{*this, "Slider1", "Level"};
     FloodPanel flood{*this, "SSPanel1", "Progress"};
+    ListBox list{*this, "List1", "Rows"};
     Timer timer{*this, "Timer1", 100, [this] {
                     ++ticks;
                     if (onTick) {
@@ -72,9 +73,50 @@ TEST_F(FormKit, AWindowIsLoadedOnFirstUseShownAndActivated) {
     EXPECT_EQ(loaded("A").frontRequests.get(), 2);
 }
 
+TEST_F(FormKit, ShowingBesideActivatesOnceAndDoesNotComeToTheFront) {
+    windows.showBeside("A");
+    windows.showBeside("A");
+    EXPECT_EQ(log, (Names{"A load", "A activate"}));
+    EXPECT_TRUE(windows.isVisible("A"));
+    EXPECT_EQ(loaded("A").frontRequests.get(), 0);
+    windows.showBeside("Z");
+    EXPECT_FALSE(windows.isLoaded("Z"));
+}
+
+TEST_F(FormKit, ARowThatIsChosenIsSelectedAndTold) {
+    auto& form = loaded("A");
+    int clicks = 0;
+    form.list.rows = {"one", "two"};
+    form.list.Click = [&clicks] { ++clicks; };
+    form.list.choose(1);
+    form.list.choose(1);
+    EXPECT_EQ(form.list.ListIndex.get(), 1);
+    EXPECT_EQ(clicks, 2) << "also for the row that is selected";
+    form.list.choose(2);
+    form.list.choose(-1);
+    form.list.Enabled = false;
+    form.list.choose(0);
+    EXPECT_EQ(form.list.ListIndex.get(), 1);
+    EXPECT_EQ(clicks, 2);
+}
+
 TEST_F(FormKit, ShowingBringsAMinimisedWindowBack) {
     loaded("A").WindowState = WindowState::minimised;
     windows.show("A");
+    EXPECT_EQ(loaded("A").WindowState.get(), WindowState::normal);
+}
+
+TEST_F(FormKit, AWindowShownMinimisedIsUpWithoutBeingActivated) {
+    windows.showMinimised("A");
+    EXPECT_TRUE(windows.isVisible("A"));
+    EXPECT_EQ(loaded("A").WindowState.get(), WindowState::minimised);
+    EXPECT_EQ(loaded("A").frontRequests.get(), 0);
+    EXPECT_EQ(log, (Names{"A load"}));
+}
+
+TEST_F(FormKit, AWindowThatIsUpIsNotMinimisedByBeingShownMinimised) {
+    windows.show("A");
+    windows.showMinimised("A");
     EXPECT_EQ(loaded("A").WindowState.get(), WindowState::normal);
 }
 

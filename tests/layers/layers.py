@@ -17,7 +17,7 @@ USES = {
     "host": {"platform", "base"},
     "host/image": {"host", "platform", "base"},
     "host/cd": {"host", "platform", "base"},
-    "host/files": {"host", "host/image", "host/cd", "platform", "base"},
+    "host/files": {"host", "host/image", "platform", "base"},
     "host/desktop": {"host", "host/image", "host/cd", "host/files", "forms", "platform", "base"},
 }
 CORE = {"base", "platform", "forms", "shell", "library", "volume", "audio", "apps"}

@@ -5,6 +5,7 @@
 #include "apps/cd1st.h"
 #include "library/record_files.h"
 #include "tests/scenarios/machine.h"
+#include "volume/volcntl.h"
 
 namespace tessarel::scenarios {
 namespace {
@@ -21,11 +22,7 @@ struct Discs : testing::Test {
     audio::CDFormFace& face() { return machine.player().face; }
     apps::CD1st& waiting() { return *windows().find<apps::CD1st>("CD1st"); }
 
-    void pullOut() {
-        machine.world.files.clear('D');
-        machine.world.files.drive('D').ready = false;
-        machine.world.cd.pull();
-    }
+    void pullOut() { machine.pullOut(); }
     /// Gives the disc in the drive a record.
     void saveRecord(const std::string& artist, const std::string& title, int trackCount) {
         library::DiscRecord record;
@@ -157,7 +154,8 @@ TEST_F(Discs, AnUnseenWaitingWindowStillTakesADiscInLiteMode) {
     machine.run(2s);
     ASSERT_TRUE(windows().isLoaded("CDForm"));
     EXPECT_TRUE(machine.sounding());
-    EXPECT_EQ(machine.player().WindowState, forms::WindowState::minimised);
+    EXPECT_FALSE(windows().isVisible("CDForm"));
+    EXPECT_TRUE(windows().isVisible("ICONmin"));
 }
 
 TEST_F(Discs, ADriveHeldByAnotherProgramIsNoDiscAndTheLinesStand) {
@@ -369,7 +367,10 @@ TEST_F(Discs, InLiteModeTheWindowMinimisesItselfWhenPlayBegins) {
     machine.openPlayer(fakes::makeDisc(5, 60));
     machine.run(1s);
     EXPECT_TRUE(machine.sounding());
-    EXPECT_EQ(machine.player().WindowState, forms::WindowState::minimised);
+    EXPECT_FALSE(windows().isVisible("CDForm"));
+    EXPECT_EQ(machine.player().WindowState, forms::WindowState::normal) << "so that the time updates go on";
+    EXPECT_EQ(windows().find<forms::Form>("ICONmin")->WindowState, forms::WindowState::minimised);
+    EXPECT_TRUE(windows().isVisible("VolCntl"));
     EXPECT_EQ(shared().runMode, "");
 }
 
@@ -477,10 +478,23 @@ TEST_F(Discs, WithTheDrawerOpenPressesDoNothingExceptEject) {
     }
     machine.player().Text1_Enter();
     machine.player().Label30_Click();
+    machine.player().Image20_Click();
+    machine.player().Command3D14_Click();
+    face().mixerKey.press();
+    face().leftSlider.moveTo(90);
+    face().Image2[1].press();
+    face().wallpaperLamp.press();
+    face().upperLine.mouseDown();
     machine.player().Timer2_Timer();
     machine.player().Timer3_Timer();
     EXPECT_THAT(machine.world.cd.log, testing::IsEmpty());
     EXPECT_EQ(machine.state().playMode, audio::wholeDisc);
+    EXPECT_EQ(shared().alwaysOnTop, 0);
+    EXPECT_TRUE(windows().isVisible("CDForm"));
+    EXPECT_THAT(machine.world.dialogs.boxes, testing::IsEmpty());
+    EXPECT_EQ(face().leftSlider.Value, 0);
+    EXPECT_FALSE(face().Image2[0].Visible);
+    EXPECT_EQ(machine.state().titleLetters, 0);
     machine.press(transport::eject);
     EXPECT_THAT(machine.world.cd.log, testing::ElementsAre("open D", "eject", "close")) << "Eject goes to the panel";
 }
@@ -528,8 +542,9 @@ TEST_F(Discs, OtherErrorCodesOfCompletionAreIgnored) {
 TEST_F(Discs, ADriveHeldByAnotherProgramEndsTheWholeProgramFromThePlayer) {
     machine.insert(fakes::makeDisc(5, 60));
     machine.world.cd.openFault = platform::CdOpenFault::inUse;
-    EXPECT_TRUE(fakes::endsProcess([this] { windows().show("CDForm"); }));
+    EXPECT_TRUE(machine.ends([this] { windows().show("CDForm"); }));
     EXPECT_EQ(machine.world.dialogs.boxes.back().title, "Attention!");
+    EXPECT_FALSE(machine.world.files.exists("C:\\Tessarel\\audiocd.tmp"));
 }
 
 TEST_F(Discs, TwoDrivesThatReportLengthsDifferentlyGiveTwoRecords) {
@@ -598,8 +613,132 @@ TEST_F(Discs, ExitLeavesTheDiscPlayingWhenTheOptionSaysSo) {
     machine.openPlayer(fakes::makeDisc(5, 60));
     machine.press(transport::play);
     machine.run(5s);
-    EXPECT_TRUE(fakes::endsProcess([&] { machine.player().Image5_MouseUp(); }));
+    EXPECT_TRUE(machine.ends([&] { machine.player().Image5_MouseUp(); }));
     EXPECT_TRUE(machine.sounding());
+    EXPECT_FALSE(machine.world.files.exists("C:\\Tessarel\\audiocd.tmp"));
+}
+
+TEST_F(Discs, ExitLiftsAMute) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    face().leftSlider.moveTo(25);
+    face().Image2[1].press();
+    EXPECT_TRUE(fakes::endsProcess([&] { machine.player().Image5_MouseUp(); }));
+    EXPECT_EQ(machine.world.levels.disc().now.level, (platform::StereoLevel{49151, 49151}));
+}
+
+TEST_F(Discs, AnEndThatNoKeyOfThePlayerHasBroughtLiftsAMuteAndDeletesTheMark) {
+    for (const std::int16_t mode : {0, 3, 4}) {
+        Machine other;
+        other.program.state.volumeMode = mode == 4 ? mode : 3;
+        other.openPlayer(fakes::makeDisc(5, 60));
+        other.press(transport::play);
+        other.run(3s);
+        other.player().face.leftSlider.moveTo(25);
+        other.player().face.Image2[1].press();
+        other.program.state.volumeMode = mode;
+        EXPECT_TRUE(other.ends([] { platform::endProcess(); }));
+        EXPECT_FALSE(other.world.systemMixer.now.muted) << mode;
+        EXPECT_EQ(other.world.levels.disc().now.level.left, mode == 4 ? 65535 : 49151) << mode;
+        EXPECT_FALSE(other.world.files.exists("C:\\Tessarel\\audiocd.tmp")) << mode;
+        EXPECT_TRUE(other.sounding()) << "what sounds goes on until the player is gone";
+    }
+}
+
+TEST_F(Discs, AnEndInTheWaitingWindowAfterAnEjectLiftsAMute) {
+    for (const std::int16_t mode : {3, 4}) {
+        Machine other;
+        other.program.state.volumeMode = mode;
+        other.openPlayer(fakes::makeDisc(5, 60));
+        other.player().face.Image2[1].press();
+        other.press(transport::eject);
+        other.run(2s);
+        auto& waiting = *other.program.windows.find<apps::CD1st>("CD1st");
+        EXPECT_TRUE(other.ends([&] { waiting.Form_KeyDown(forms::keys::escape, 0); }));
+        EXPECT_FALSE(other.world.systemMixer.now.muted) << mode;
+        EXPECT_EQ(other.world.levels.disc().now.level, (platform::StereoLevel{65535, 65535})) << mode;
+    }
+}
+
+TEST_F(Discs, AnEndWithTheSmallWindowUpLiftsItsMute) {
+    shared().volumeMode = 4;
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.press(transport::play);
+    machine.run(1s);
+    face().minimiseKey.press();
+    windows().find<volume::VolCntl>("VolCntl")->face.muteKey.press();
+    ASSERT_TRUE(machine.world.systemMixer.now.muted);
+    EXPECT_TRUE(machine.ends([] { platform::endProcess(); }));
+    EXPECT_FALSE(machine.world.systemMixer.now.muted);
+}
+
+TEST_F(Discs, AnEndWithoutAMuteTouchesNoLevel) {
+    for (const std::int16_t mode : {0, 3, 4}) {
+        Machine other;
+        other.program.state.volumeMode = mode;
+        other.openPlayer(fakes::makeDisc(5, 60));
+        other.world.systemMixer.mutes.clear();
+        other.world.levels.disc().sets.clear();
+        EXPECT_TRUE(other.ends([] { platform::endProcess(); }));
+        EXPECT_THAT(other.world.systemMixer.mutes, testing::IsEmpty()) << mode;
+        EXPECT_THAT(other.world.levels.disc().sets, testing::IsEmpty()) << mode;
+    }
+}
+
+TEST_F(Discs, TheMarkGoesWithTheDiscHoweverThatGoes) {
+    const auto marked = [this] { return machine.world.files.exists("C:\\Tessarel\\audiocd.tmp"); };
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    ASSERT_TRUE(marked());
+    machine.pullOut();
+    machine.run(5s);
+    EXPECT_FALSE(marked()) << "pulled out";
+    machine.insert(fakes::makeDisc(4, 60));
+    machine.run(5s);
+    ASSERT_TRUE(marked());
+    machine.player().discReplaced();
+    EXPECT_FALSE(marked()) << "replaced";
+}
+
+TEST_F(Discs, AMuteInTheSmallWindowBeforeAnEjectShowsWithTheNextDisc) {
+    shared().volumeMode = 4;
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    machine.press(transport::play);
+    machine.run(1s);
+    face().minimiseKey.press();
+    auto& small = windows().find<volume::VolCntl>("VolCntl")->face;
+    small.leftSlider.mouseDown();
+    small.leftSlider.moveTo(20);
+    small.leftSlider.mouseUp();
+    small.muteKey.press();
+    small.Image1[transport::eject].press();
+    machine.run(3s);
+    machine.pullOut();
+    machine.insert(fakes::makeDisc(4, 60));
+    machine.run(5s);
+    ASSERT_EQ(machine.state().discTrackCount, 4);
+    EXPECT_EQ(face().leftSlider.Value, 20);
+    EXPECT_TRUE(face().Image2[0].Visible);
+    EXPECT_EQ(machine.world.systemMixer.now, (platform::OutputLevel{200, true}));
+}
+
+TEST_F(Discs, ExitGivesTheDesktopsOutputItsSoundBackWhereTheSlidersDriveIt) {
+    shared().volumeMode = 4;
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    EXPECT_EQ(machine.world.systemMixer.now, (platform::OutputLevel{125, false}));
+    face().Image2[1].press();
+    EXPECT_TRUE(machine.world.systemMixer.now.muted);
+    EXPECT_TRUE(fakes::endsProcess([&] { machine.player().Image5_MouseUp(); }));
+    EXPECT_FALSE(machine.world.systemMixer.now.muted);
+}
+
+TEST_F(Discs, TheSlidersStandAsTheyDidWhenANewDiscComes) {
+    machine.openPlayer(fakes::makeDisc(5, 60));
+    face().leftSlider.moveTo(25);
+    machine.player().MMControl1_EjectClick();
+    machine.world.levels.disc().now.level = {49151, 49151};
+    machine.insert(fakes::makeDisc(3, 60));
+    machine.openPlayer();
+    EXPECT_EQ(face().leftSlider.Value, 25);
+    EXPECT_EQ(face().rightFigure.Caption.get(), "75");
 }
 
 TEST_F(Discs, KeysWhoseWindowsAreNotBuiltAreDeadAndSaySo) {
@@ -640,14 +779,15 @@ TEST_F(Discs, AnEmptyProgramSavesByDeletingTheFile) {
     EXPECT_EQ(face().programLamp.ForeColor, panelColor(2));
 }
 
-TEST_F(Discs, AFullDiskWhileSavingAProgramIsTold) {
+TEST_F(Discs, AFullDiskWhileSavingAProgramIsToldAndTheStepAfterItRuns) {
     machine.openPlayer(fakes::makeDisc(5, 60));
     machine.choose(modeKeys::program);
     machine.pick(1);
     machine.world.files.failWrites = Fault::full;
     face().Image16[audio::programKeys::save].press();
     EXPECT_THAT(machine.world.dialogs.boxes, SizeIs(1));
-    EXPECT_EQ(face().programLamp.ForeColor, panelColor(2));
+    EXPECT_EQ(face().programLamp.ForeColor, panelColor(3));
+    EXPECT_FALSE(machine.world.files.exists(machine.program.record.discRecordPath + "2"));
 }
 
 }  // namespace

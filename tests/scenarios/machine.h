@@ -34,7 +34,8 @@ struct Machine {
 
     fakes::World world;
     app::Program program{app::Platform{world.scheduler, world.files, world.drives, world.processes, world.dialogs, world.system,
-                                       world.sounds, world.cd, world.levels}};
+                                       world.sounds, world.cd, world.levels, world.systemMixer, world.media,
+                                       world.notifications}};
 
     /// Puts an audio disc into drive D, its tracks in the root.
     void insert(std::shared_ptr<const platform::CdToc> disc) {
@@ -45,6 +46,12 @@ struct Machine {
             world.files.put("D:\\TRACK" + number + ".CDA", "");
         }
         world.cd.insert(std::move(disc));
+    }
+
+    void pullOut() {
+        world.files.clear('D');
+        world.files.drive('D').ready = false;
+        world.cd.pull();
     }
 
     /// Opens the Audio CD window on the disc in the drive and lets it build its track table.
@@ -60,6 +67,16 @@ struct Machine {
 
     audio::CDForm& player() { return *program.windows.find<audio::CDForm>("CDForm"); }
     audio::PlayerState& state() { return program.player; }
+    /// Runs code as the composition does: true when it ended the process, and the program has ended then.
+    template <class Code>
+    bool ends(const Code& code) {
+        const bool ended = fakes::endsProcess(code);
+        if (ended) {
+            program.end();
+        }
+        return ended;
+    }
+
     void run(platform::Milliseconds span) { world.scheduler.runFor(span); }
     template <class Condition>
     bool runUntil(Condition condition, platform::Milliseconds limit) {

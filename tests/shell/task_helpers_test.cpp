@@ -36,6 +36,24 @@ std::string runningMessage(const std::string& name) {
            name + ", or press Alt + Esc to change window displayed.";
 }
 
+TEST_F(TaskHelpers, AWindowBeyondAnEdgeOfTheScreenIsMovedBackOntoItAndOthersStay) {
+    form->Move(-20, 768 * 15);
+    keepOnScreen(context, *form);
+    EXPECT_EQ(form->Left, 0);
+    EXPECT_EQ(form->Top, 768 * 15 - 2000);
+    form->Move(150, 300);
+    keepOnScreen(context, *form);
+    EXPECT_EQ(form->Left, 150);
+    EXPECT_EQ(form->Top, 300);
+}
+
+TEST_F(TaskHelpers, AKeyWhoseWindowIsNotBuiltIsDeadAndSaysSo) {
+    forms::Button key{*form, "Command1", "Open"};
+    disableAsNotBuilt(key);
+    EXPECT_FALSE(key.Enabled);
+    EXPECT_EQ(key.ToolTipText.get(), "This window is not part of this version yet.");
+}
+
 TEST_F(TaskHelpers, NotepadWithoutAWindowIsNotRunningAndNothingIsSaid) {
     state.appAlreadyRunning = 1;
     ask("NOTEPAD.EXE");

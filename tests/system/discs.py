@@ -39,6 +39,14 @@ def gapped_disc(folder, seconds=(6, 7, 6, 8), gap_seconds=2, seed=1):
     return _write(folder, "gapped", lines, {"gapped.bin": sound}, sound, starts)
 
 
+def steady_disc(folder, seconds=60, value=28672):
+    """One track of one loud value, in which every change of the level shows."""
+    frames = seconds * FRAMES_PER_SECOND
+    sound = value.to_bytes(2, "little") * (frames * FRAME // 2)
+    lines = ['FILE "steady.bin" BINARY', "  TRACK 01 AUDIO", "    INDEX 01 00:00:00"]
+    return _write(folder, "steady", lines, {"steady.bin": sound}, sound, [0])
+
+
 def disc_of_files(folder, seconds=(6, 7, 6), pregap_seconds=2):
     """A file for each track, WAV and FLAC in turn; from the second track on each has a pregap that no file holds."""
     pregap = pregap_seconds * FRAMES_PER_SECOND

@@ -50,6 +50,11 @@ class Eyes:
         states = _or(None, node.get_state_set)
         return states is not None and states.contains(self._atspi.StateType.SHOWING)
 
+    def lit(self, node):
+        """Whether a key that stays down is down."""
+        states = _or(None, node.get_state_set)
+        return states is not None and states.contains(self._atspi.StateType.CHECKED)
+
     def focused(self, running):
         """The control that has the keyboard, or None."""
         state = self._atspi.StateType.FOCUSED

@@ -1,6 +1,8 @@
 #!/usr/bin/python3
 """What is heard of a disc image, compared with the image sample by sample."""
 import contextlib
+import json
+import subprocess
 import time
 import unittest
 
@@ -225,6 +227,82 @@ def seconds_shown(running):
     """Seconds of the time that the readout shows; 0 while it shows none."""
     minutes, _, seconds = digits(running, "Time").partition(":")
     return int(minutes) * 60 + int(seconds) if minutes.isdigit() and seconds.isdigit() else 0
+
+
+def percent_of(server, what, *selection):
+    """Left and right percent, and whether it is muted, as the desktop's mixer shows a stream or an output."""
+    told = subprocess.run(["pactl", "--format=json", "list", what], env=desktop.env | {"PULSE_SERVER": server.address},
+                          capture_output=True, check=True, timeout=20, text=True).stdout
+    entries = [entry for entry in json.loads(told) if not selection or entry["name"] in selection]
+    if not entries:
+        return None
+    left, right = (int(entries[0]["volume"][side]["value_percent"].rstrip("%")) for side in ("front-left", "front-right"))
+    return left, right, entries[0]["mute"]
+
+
+class TheSliders(unittest.TestCase):
+    """In the program and in the desktop's mixer."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.disc = discs.steady_disc(desktop.new_folder(), seconds=60)
+
+    @staticmethod
+    def mixer(server, *command):
+        subprocess.run(["pactl", *command], env=desktop.env | {"PULSE_SERVER": server.address}, check=True, timeout=20)
+
+    @staticmethod
+    def stream(server):
+        return subprocess.run(["pactl", "list", "short", "sink-inputs"], env=desktop.env | {"PULSE_SERVER": server.address},
+                              capture_output=True, check=True, timeout=20, text=True).stdout.split()[0]
+
+    def await_level(self, heard, level):
+        """Waits until the sound stands at a part of its full swing, left and right."""
+        def look():
+            sound = heard.sound(max(heard.size() - SECOND // 20 // SAMPLE * SAMPLE, 0))
+            last = [int.from_bytes(sound[-4 + 2 * side:][:2], "little", signed=True) / 28672 for side in (0, 1)]
+            return sound == sound[-SAMPLE:] * (len(sound) // SAMPLE) and all(abs(a - b) < 0.01 for a, b in zip(last, level))
+        wait_for(f"a level of {level}", look)
+
+    def test_of_the_program_and_of_the_mixer_follow_each_other_and_the_sound_both(self):
+        with playing(self.disc) as (running, heard, server):
+            await_music(heard, 0.5)
+            sight.find(running, "Volume left").get_value_iface().set_current_value(50)
+            wait_for("the mixer", lambda: percent_of(server, "sink-inputs") == (50, 50, False))
+            self.await_level(heard, (0.125, 0.125))
+            self.mixer(server, "set-sink-input-volume", self.stream(server), "100%", "80%")
+            wait_for("the left slider", lambda: sight.text(running, "Volume left") == "100 %")
+            wait_for("the right slider", lambda: sight.text(running, "Volume right") == "80 %")
+            self.await_level(heard, (1, 0.512))
+
+    def test_mute_key_lifts_a_mute_of_the_mixer(self):
+        with playing(self.disc) as (running, heard, server):
+            await_music(heard, 0.5)
+            self.mixer(server, "set-sink-input-mute", self.stream(server), "1")
+            self.await_level(heard, (0, 0))
+            wait_for("the lit key", lambda: sight.lit(sight.find(running, "Mute")))
+            sight.press(running, "Mute")
+            self.await_level(heard, (1, 1))
+            self.assertEqual(percent_of(server, "sink-inputs"), (100, 100, False))
+
+    def test_drive_the_default_output_in_mode_four_and_undo_its_mute_at_the_end(self):
+        with playing(self.disc, settings=[("TSLWIN1.INI", 10, 4)]) as (running, heard, server):
+            await_music(heard, 0.5)
+            wait_for("the middle", lambda: percent_of(server, "sinks", "disc") == (50, 50, False))
+            self.assertEqual(sight.text(running, "Volume left"), "50 %")
+            self.assertEqual(percent_of(server, "sink-inputs"), (100, 100, False))
+            left = sight.find(running, "Volume left")
+            left.get_component_iface().grab_focus()
+            wait_for("the keyboard on the slider", lambda: sight.focused(running) == left)
+            desktop.key("Page_Up")
+            wait_for("the output", lambda: percent_of(server, "sinks", "disc") == (60, 60, False))
+            self.assertEqual(sight.text(running, "Volume right"), "60 %")
+            self.mixer(server, "set-sink-volume", "disc", "20%")
+            wait_for("the sliders", lambda: sight.text(running, "Volume right") == "20 %")
+            sight.press(running, "Mute")
+            wait_for("the output's mute", lambda: percent_of(server, "sinks", "disc") == (20, 20, True))
+            self.assertEqual(running.close_by_escape(), 0)
+            wait_for("the output's sound", lambda: percent_of(server, "sinks", "disc") == (20, 20, False))
 
 
 class TheSoundServer(unittest.TestCase):

@@ -31,6 +31,13 @@ def await_player(running):
     return running.await_window()
 
 
+def icon_of(running, window):
+    """The minimised window that stands for a hidden one; nothing when there is none."""
+    named = desktop.run("xdotool", "search", "--all", "--pid", running.pid, "--name", "^Tessarel").split()
+    width = running.geometry(window)[2]
+    return [int(one) for one in named if int(one) not in running.windows() and running.geometry(one)[2] < width / 2]
+
+
 def walk(running):
     """Names of the controls that the Tab key comes by, until it has come round."""
     names = []
@@ -132,17 +139,17 @@ class ThePlayer(unittest.TestCase):
             await_player(running)
             wait_for("the first seconds", lambda: sight.text(running, "Time") in [f"0:{second:02}" for second in range(1, 60)])
             sight.press(running, "Pause")
-            self.assertEqual([sight.text(running, name) for name in ("Play", "Pause")], ["Play", "lit"])
+            self.assertEqual([sight.text(running, name) for name in ("Play", "Pause")], ["Play (Space)", "lit"])
             sight.press(running, "Play")
-            self.assertEqual([sight.text(running, name) for name in ("Play", "Pause")], ["lit", "Pause"])
+            self.assertEqual([sight.text(running, name) for name in ("Play", "Pause")], ["lit", "Pause (Space)"])
             sight.press(running, "Next track")
-            wait_for("track 2", lambda: sight.text(running, "Track") == "2")
+            wait_for("track 2", lambda: sight.find(running, "Track").get_description() == "2")
             sight.press(running, "Previous track")
             wait_for("track 1", lambda: sight.text(running, "Track") == "1")
             sight.press(running, "Track 3")
             wait_for("track 3", lambda: sight.text(running, "Track") == "3")
             sight.press(running, "Stop")
-            self.assertEqual([sight.text(running, name) for name in ("Play", "Stop", "Time")], ["Play", "dim", "00:00"])
+            self.assertEqual([sight.text(running, name) for name in ("Play", "Stop", "Time")], ["Play (Space)", "dim", "00:00"])
             sight.press(running, "Eject")
             sight.find(running, "Insert disc image...")
 
@@ -175,6 +182,26 @@ class ThePlayer(unittest.TestCase):
             desktop.key("space")
             wait_for("play", lambda: sight.text(running, "Play") == "lit")
 
+    def test_takes_space_for_play_and_pause_wherever_no_ring_shows(self):
+        with player() as running:
+            await_player(running)
+            running.focus()
+            desktop.key("space")
+            wait_for("the pause", lambda: sight.text(running, "Pause") == "lit")
+            desktop.key("space")
+            wait_for("play", lambda: sight.text(running, "Play") == "lit")
+
+    def test_picks_tracks_and_stops_by_the_keyboard(self):
+        with player() as running:
+            await_player(running)
+            running.focus()
+            desktop.key("3")
+            wait_for("track 3", lambda: sight.text(running, "Track") == "3")
+            desktop.key("ctrl+Left")
+            wait_for("track 2", lambda: sight.find(running, "Track").get_description() == "2")
+            desktop.key("s")
+            wait_for("the stop", lambda: sight.text(running, "Stop") == "dim")
+
     def tab_to(self, running, name):
         for _ in range(100):
             here = sight.focused(running)
@@ -196,14 +223,35 @@ class ThePlayer(unittest.TestCase):
             await_player(running)
             self.assertEqual(running.close_by_escape(), 0)
 
-    def test_comes_back_from_being_minimised(self):
+    def test_comes_back_from_its_icon(self):
         with player() as running:
             window = await_player(running)
+            sight.press(running, "Stop")
             sight.press(running, "Minimise")
             wait_for("the window to go", lambda: window not in running.windows())
-            desktop.run("xdotool", "windowmap", window)
+            icon = wait_for("the icon", lambda: icon_of(running, window))[0]
+            time.sleep(1)  # it must not open again by itself
+            self.assertNotIn(window, running.windows())
+            desktop.run("xdotool", "windowmap", icon)
             wait_for("the window to come", lambda: window in running.windows())
-            self.assertTrue(running.up())
+            wait_for("the icon to go", lambda: not icon_of(running, window))
+
+    def test_leaves_a_small_window_that_goes_on_with_the_disc(self):
+        with player() as running:
+            window = await_player(running)
+            sight.press(running, "Stop")
+            sight.press(running, "Play")
+            sight.press(running, "Minimise")
+            wait_for("the window to go", lambda: window not in running.windows())
+            small = wait_for("the small window", lambda: [w for w in running.windows() if running.title(w) == "TSL Volume"])
+            sight.press(running, "Show the display")
+            wait_for("its clock", lambda: sight.find(running, "Time").get_description().startswith("0:02"))
+            sight.press(running, "Next track")
+            wait_for("the next track", lambda: sight.find(running, "Track").get_description() == "2")
+            desktop.key("Escape")
+            wait_for("the window to come", lambda: window in running.windows())
+            self.assertNotIn(small[0], running.windows())
+            wait_for("its clock", lambda: sight.find(running, "Track").get_description() == "2")
 
 
 class TheScreen(unittest.TestCase):

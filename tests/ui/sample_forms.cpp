@@ -5,6 +5,11 @@
 #include <QTimer>
 #include <QVariant>
 
+#include "ui/aplaylst_view.h"
+#include "ui/cdformbg_view.h"
+#include "ui/iconmin_view.h"
+#include "ui/volcntl_view.h"
+
 namespace tessarel::uitest {
 namespace {
 
@@ -70,7 +75,7 @@ void SampleCd::showIdle() {
     face.mixerButton.Visible = false;
 }
 
-void SampleCd::showPlaying() {
+void SampleCd::showPlaying(const ui::PanelColors& panel) {
     setCaptions({{&face.trackDigits, "7"},
                  {&face.timeText, "02:41"},
                  {&face.upperLine, "Claude Debussy – Suite bergamasque"},
@@ -84,17 +89,20 @@ void SampleCd::showPlaying() {
     player.playingFlag = 1;
     player.currentTrack = 7;
     player.repeatOn = 1;
+    repeating = true;
     player.markA = 190;
     player.markB = 700;
     record.discFileId = "00412907";
-    for (auto* label : {&face.trackDigits, &face.timeText, &face.discLamp, &face.recordLamp, &face.abLamp}) {
-        label->ForeColor = 65280;
+    for (auto* label : {&face.trackDigits, &face.timeText, &face.discLamp, &face.recordLamp, &face.abLamp, &face.upperLine,
+                        &face.lowerLine}) {
+        label->ForeColor = panel[0];
     }
-    face.repeatLamp.ForeColor = 0xFFFF00;
-    face.programLamp.ForeColor = 65535;
+    face.repeatLamp.ForeColor = panel[8];
+    face.programLamp.ForeColor = panel[3];
+    face.wallpaperLamp.ForeColor = panel[7];
     face.statusBar.FloodPercent = 48;
     for (int i = 0; i < audio::gridCells; ++i) {
-        face.cellNumbers[i].ForeColor = i >= 6 && i < 14 ? 65280 : 16384;
+        face.cellNumbers[i].ForeColor = i >= 6 && i < 14 ? panel[4] : panel[6];
         face.cellCaps[i].ForeColor = i < 14 ? colors::black : colors::grey;
     }
     face.icntlc[audio::transport::play].Visible = true;
@@ -113,9 +121,86 @@ SampleWaiting::SampleWaiting(forms::Windows& windows) : Form(windows, "CD1st") {
     insertImageKey.Click = [this] { log.emplace_back("Click Command1"); };
 }
 
-Stage::Stage(double scale) : theme(scale, panel) {
+SampleList::SampleList(forms::Windows& windows) : Form(windows, "aplaylst") {
+    Caption = std::string("CD Playlist");
+    List1.tabStops = std::vector<int>{13, 231, 250};
+    List1.rows = std::vector<std::string>{"1:\tPrélude\t4:19",
+                                          "3:\tClair de lune\t5:04",
+                                          "2:\tMenuet\t4:11",
+                                          "14:\tRêverie\t4:42",
+                                          "7:\tArabesque No. 1 in E major, Andantino con moto, for the piano\t4:36",
+                                          "4:\tPassepied\t3:55"};
+    List1.ListIndex = 1;
+    List1.Click = [this] { log.push_back("Click " + std::to_string(List1.ListIndex)); };
+}
+
+SampleRemote::SampleRemote(forms::Windows& windows) : Form(windows, "VolCntl") {
+    Caption = std::string("TSL Volume");
+    for (auto* control : controls()) {
+        const bool key = control->name().starts_with("Image");
+        if (key) {
+            control->Click = [this, control] { log.push_back("Click " + control->name()); };
+        }
+    }
+    setCaptions({{&face.sideCaption, "Vol"},
+                 {&face.muteCaption, "Mute"},
+                 {&face.leftFigure, "72"},
+                 {&face.rightFigure, "72"},
+                 {&face.trackDigits, "7"},
+                 {&face.timeText, "02:41"},
+                 {&face.upperLine, "Claude Debussy – Suite bergamasque"},
+                 {&face.lowerLine, "Clair de lune"},
+                 {&face.programLamp, "Pgm Stored"},
+                 {&face.sourceLabel, "Disc"},
+                 {&face.calendarLabel, "Music Calendar "}});
+    face.leftSlider.Value = 28;
+    face.rightSlider.Value = 28;
+    face.statusBar.FloodPercent = 48;
+    for (int i = 0; i < volume::transport::count; ++i) {
+        face.Image2[i].Visible = i == volume::transport::play;
+        face.Image4[i].Visible = false;
+    }
+    face.restoreKey.Visible = false;
+    face.link[1].Visible = false;
+    showSide(false);
+}
+
+void SampleRemote::showSide(bool display, const ui::PanelColors& panel) {
+    face.volumeSide.Visible = !display;
+    face.displaySide.Visible = display;
+    face.toDisplayKey.Visible = !display;
+    face.toVolumeKey.Visible = display;
+    for (auto* label : {&face.trackDigits, &face.timeText, &face.upperLine, &face.lowerLine}) {
+        label->ForeColor = panel[0];
+    }
+    face.programLamp.ForeColor = panel[3];
+    for (int i = 0; i < volume::calendarCells; ++i) {
+        face.cellNumbers[i].ForeColor = i >= 6 && i < 14 ? panel[4] : panel[6];
+    }
+}
+
+Stage::Stage(double scale, const ui::Skin& chosen)
+    : skin(chosen),
+      theme(scale, {panel, [this] { return skin; },
+                    [this](const std::string& path) -> std::optional<std::string> {
+                        const auto found = files.find(path);
+                        return found == files.end() ? std::nullopt : std::optional(found->second);
+                    }}) {
     windows.declare("CDForm", [](forms::Windows& w) { return std::make_unique<SampleCd>(w); });
     windows.declare("CD1st", [](forms::Windows& w) { return std::make_unique<SampleWaiting>(w); });
+    windows.declare("aplaylst", [](forms::Windows& w) { return std::make_unique<SampleList>(w); });
+    windows.declare("VolCntl", [](forms::Windows& w) { return std::make_unique<SampleRemote>(w); });
+    views.know("aplaylst", [this](forms::Form& form) {
+        return std::make_unique<ui::AplaylstView>(form, dynamic_cast<SampleList&>(form).List1, theme);
+    });
+    views.know("VolCntl", [this](forms::Form& form) {
+        return std::make_unique<ui::VolCntlView>(form, dynamic_cast<SampleRemote&>(form).face, theme);
+    });
+    for (const char* name : {"ICONmin", "cdformbg"}) {
+        windows.declare(name, [name](forms::Windows& w) { return std::make_unique<SamplePlain>(w, name); });
+    }
+    views.know("ICONmin", [this](forms::Form& form) { return std::make_unique<ui::IconMinView>(form, theme); });
+    views.know("cdformbg", [this](forms::Form& form) { return std::make_unique<ui::CdFormBgView>(form, theme); });
     views.know("CDForm", [this](forms::Form& form) {
         return std::make_unique<ui::CdFormView>(dynamic_cast<SampleCd&>(form).parts(), theme);
     });
@@ -125,6 +210,23 @@ Stage::Stage(double scale) : theme(scale, panel) {
             ui::Cd1stParts{waiting, waiting.firstLine, waiting.secondLine, waiting.insertImageKey}, theme);
     });
 }
+
+SampleList& Stage::showList() {
+    windows.show("aplaylst");
+    return *windows.find<SampleList>("aplaylst");
+}
+
+SampleRemote& Stage::showRemote() {
+    windows.show("VolCntl");
+    return *windows.find<SampleRemote>("VolCntl");
+}
+
+void Stage::showTile() {
+    windows.show("ICONmin");
+    windows.find<SamplePlain>("ICONmin")->Caption = std::string("7  Clair de lune  02:41");
+}
+
+void Stage::showBacking() { windows.show("cdformbg"); }
 
 SampleCd& Stage::showCd() {
     windows.show("CDForm");

@@ -130,6 +130,53 @@ TEST_F(Bindings, AModeKeyIsSpokenAsCheckedWhileItsLightIsOn) {
     EXPECT_TRUE(spoken->state().checked);
 }
 
+TEST_F(Bindings, OfTheLampsOnlyTheWallpapersIsSpokenAsASwitch) {
+    const auto checkable = [&](const char* name) -> bool {
+        return QAccessible::queryAccessibleInterface(&widget<ui::LabelPad>(name))->state().checkable;
+    };
+    for (const char* name : {"Label14", "Label6", "Label30", "Label9", "Label10", "Label21", "Label16"}) {
+        EXPECT_FALSE(checkable(name)) << name;
+    }
+    EXPECT_TRUE(checkable("Label26"));
+}
+
+TEST_F(Bindings, AFaderIsSpokenByItsLoudnessWhichRises) {
+    auto* spoken = QAccessible::queryAccessibleInterface(&widget<ui::LevelSlider>("LSlider"));
+    ASSERT_NE(spoken, nullptr);
+    EXPECT_EQ(spoken->role(), QAccessible::Slider);
+    auto* value = spoken->valueInterface();
+    ASSERT_NE(value, nullptr);
+    EXPECT_EQ(value->minimumValue(), 0);
+    EXPECT_EQ(value->maximumValue(), 100);
+    cd.face.leftSlider.Value = 28;
+    EXPECT_EQ(value->currentValue(), 72);
+    cd.face.leftSlider.Value = 0;
+    EXPECT_EQ(value->currentValue(), 100) << "the top is the loudest";
+    cd.log.clear();
+    value->setCurrentValue(30);
+    EXPECT_EQ(cd.face.leftSlider.Value, 70);
+    EXPECT_THAT(cd.log, ElementsAre("Down LSlider", "Change LSlider", "Up LSlider")) << "a whole gesture";
+    value->setCurrentValue(400);
+    EXPECT_EQ(cd.face.leftSlider.Value, 0);
+}
+
+TEST_F(Bindings, APanelIsNoStopOfTheKeyboardAndTheMenuKeyOfItsFaderIsItsRightPress) {
+    QWidget* panel = stage.window("CDForm").findChild<QWidget*>("SSPanel1");
+    cd.face.sliderPanel.MouseDown = [this](MouseButton button) {
+        cd.log.emplace_back(button == MouseButton::right ? "Right SSPanel1" : "Down SSPanel1");
+    };
+    cd.face.sliderPanel.Visible = false;
+    cd.face.sliderPanel.Visible = true;
+    EXPECT_EQ(panel->focusPolicy(), Qt::NoFocus);
+    auto* spoken = QAccessible::queryAccessibleInterface(panel);
+    EXPECT_EQ(spoken->role(), QAccessible::Grouping);
+    EXPECT_FALSE(spoken->actionInterface()->actionNames().contains(QAccessibleActionInterface::pressAction()));
+    auto& slider = widget<ui::LevelSlider>("LSlider");
+    focus(slider);
+    QTest::keyClick(&slider, Qt::Key_Menu);
+    EXPECT_THAT(cd.log, ElementsAre("Right SSPanel1"));
+}
+
 TEST_F(Bindings, ALabelThatTakesNoPressIsSpokenAsText) {
     cd.face.trackDigits.Caption = std::string("7");
     auto* spoken = QAccessible::queryAccessibleInterface(&widget<ui::LabelPad>("Label8"));
@@ -174,6 +221,13 @@ TEST_F(Bindings, TheSliderGoesBothWaysWithTheSmallerValueAtTheTop) {
     QTest::mouseClick(&slider, Qt::LeftButton, {}, QPoint(slider.width() / 2, 1));
     EXPECT_EQ(cd.face.leftSlider.Value, 0);
     EXPECT_THAT(cd.log, ElementsAre("Down LSlider", "Change LSlider", "Up LSlider"));
+}
+
+TEST_F(Bindings, WhatAssistiveTechnologySetsIsAMoveThatIsLetGo) {
+    auto& slider = widget<ui::LevelSlider>("LSlider");
+    slider.setValue(30);
+    EXPECT_EQ(cd.face.leftSlider.Value, 30);
+    EXPECT_THAT(cd.log, ElementsAre("Change LSlider", "Up LSlider"));
 }
 
 TEST_F(Bindings, KeysAndTheWheelMakeItLouderUpwards) {

@@ -78,7 +78,7 @@ TEST_F(WindowsOnScreen, AKeyThatAControlHasNoUseForReachesTheForm) {
     EXPECT_THAT(cd.log, ElementsAre("Key 27 0"));
 }
 
-TEST_F(WindowsOnScreen, ClosingTheWindowIsTheEscapeKeyAndLeavesTheRestToTheForm) {
+TEST_F(WindowsOnScreen, ClosingTheWindowIsTheEscapeKeyWhereTheFormHasNoOtherUse) {
     window.close();
     EXPECT_THAT(cd.log, ElementsAre("Key 27 0"));
     EXPECT_TRUE(window.isVisible());

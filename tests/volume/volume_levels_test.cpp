@@ -91,6 +91,38 @@ TEST(Sliders, StandTogetherWhenTheyDifferByLessThanTwo) {
     EXPECT_FALSE(standTogether(50, 52));
 }
 
+TEST(OutputStep, FallsByTwoAndAHalfAPositionFromTwoHundredAndFifty) {
+    struct Row {
+        int position;
+        int step;
+    };
+    for (const auto& row : std::vector<Row>{{0, 250},
+                                            {1, 248},
+                                            {2, 245},
+                                            {3, 242},
+                                            {10, 225},
+                                            {49, 128},
+                                            {50, 125},
+                                            {51, 122},
+                                            {60, 100},
+                                            {98, 5},
+                                            {99, 2},
+                                            {100, 0},
+                                            {-1, 250},
+                                            {101, 0}}) {
+        EXPECT_EQ(stepOfPosition(row.position), row.step) << row.position;
+    }
+}
+
+TEST(OutputStep, OfEachPositionComesBackToIt) {
+    for (int position = 0; position <= 100; ++position) {
+        EXPECT_EQ(positionOfStep(stepOfPosition(position)), position);
+    }
+    EXPECT_EQ(positionOfStep(249), 0);
+    EXPECT_EQ(positionOfStep(1), 100);
+    EXPECT_EQ(positionOfStep(124), 50);
+}
+
 TEST(VolumeError, OnlyTheCodesTwoAndSixAreTold) {
     EXPECT_EQ(
         volumeErrorText(2),

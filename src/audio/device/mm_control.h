@@ -74,6 +74,8 @@ public:
     std::int32_t Length() const;       ///< packed MSF of the whole disc
     std::int32_t Position() const;     ///< packed TMSF; the last one known when there is no disc
     bool isOpen() const { return open_; }
+    /// The disc's own table of contents; nothing while the device is closed or has no disc.
+    std::shared_ptr<const platform::CdToc> toc() const;
 
     /// The answer to a command string: "set cdaudio time format milliseconds" (none) or "status cdaudio position" (decimal
     /// milliseconds). Only while the device is open.
@@ -87,7 +89,6 @@ private:
     void close();
     void play();
     void seek();
-    std::shared_ptr<const platform::CdToc> toc() const;
     Frames address() const;
     std::optional<Frames> addressOf(std::int32_t tmsf) const;
 

@@ -1,12 +1,30 @@
 #include "host/cd/sound_output.h"
 
+#include <chrono>
+#include <thread>
+#include <utility>
+
 namespace tessarel::host {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto settlePatience = 200ms;
+
+}  // namespace
 
 SoundOutput::~SoundOutput() {
     if (!loop_) {
         return;
     }
+    if (const Lock lock(*this); lock) {
+        for (StreamLevels& line : levels_) {
+            line.arrive();
+        }
+    }
+    settle();
     pa_threaded_mainloop_stop(loop_);
+    dropStreams();
     dropContext();
     pa_threaded_mainloop_free(loop_);
 }
@@ -92,10 +110,18 @@ void SoundOutput::contextChanged(pa_context* context, void* self) {
     }
 }
 
-void SoundOutput::serverEvent(pa_context* context, pa_subscription_event_type_t event, std::uint32_t index, void* self) {
+void SoundOutput::serverEvent(pa_context*, pa_subscription_event_type_t event, std::uint32_t index, void* self) {
+    auto& output = *static_cast<SoundOutput*>(self);
     const bool stream = (event & PA_SUBSCRIPTION_EVENT_FACILITY_MASK) == PA_SUBSCRIPTION_EVENT_SINK_INPUT;
-    if (stream && (event & PA_SUBSCRIPTION_EVENT_TYPE_MASK) == PA_SUBSCRIPTION_EVENT_CHANGE) {
-        static_cast<SoundOutput*>(self)->levels_.streamChanged(context, index);
+    if (!stream) {
+        const std::lock_guard hold(output.listenersMutex_);
+        for (SoundServerListener* listener : output.listeners_) {
+            listener->outputChanged();
+        }
+    } else if ((event & PA_SUBSCRIPTION_EVENT_TYPE_MASK) == PA_SUBSCRIPTION_EVENT_CHANGE) {
+        for (StreamLevels& line : output.levels_) {
+            line.streamChanged(output.handle(), index);
+        }
     }
 }
 
@@ -109,9 +135,18 @@ void SoundOutput::dropContext() {
     }
 }
 
+void SoundOutput::dropStreams() {
+    partingStreams_.dropAll();
+    for (StreamLevels& line : levels_) {
+        line.serverGone();
+    }
+}
+
 void SoundOutput::found() {
     pa_context_set_subscribe_callback(context_, serverEvent, this);
-    if (pa_operation* subscription = pa_context_subscribe(context_, PA_SUBSCRIPTION_MASK_SINK_INPUT, nullptr, nullptr)) {
+    constexpr auto news = static_cast<pa_subscription_mask_t>(PA_SUBSCRIPTION_MASK_SINK_INPUT | PA_SUBSCRIPTION_MASK_SINK |
+                                                              PA_SUBSCRIPTION_MASK_SERVER);
+    if (pa_operation* subscription = pa_context_subscribe(context_, news, nullptr, nullptr)) {
         pa_operation_unref(subscription);
     }
     server_ = Server::ready;
@@ -122,11 +157,27 @@ void SoundOutput::found() {
 }
 
 void SoundOutput::missing() {
-    levels_.serverGone();
+    dropStreams();
     server_ = Server::missing;
     const std::lock_guard hold(listenersMutex_);
     for (SoundServerListener* listener : listeners_) {
         listener->soundServerMissing();
+    }
+}
+
+void SoundOutput::settle() {
+    pa_operation* drain = nullptr;
+    if (const Lock lock(*this); lock) {
+        drain = pa_context_drain(context_, nullptr, nullptr);
+    }
+    for (const auto end = std::chrono::steady_clock::now() + settlePatience; drain;) {
+        {
+            const Lock lock(*this);
+            if (pa_operation_get_state(drain) != PA_OPERATION_RUNNING || std::chrono::steady_clock::now() > end) {
+                pa_operation_unref(std::exchange(drain, nullptr));
+            }
+        }
+        std::this_thread::sleep_for(1ms);
     }
 }
 

@@ -1,19 +1,25 @@
 #pragma once
 #include <pulse/pulseaudio.h>
 
+#include <array>
 #include <atomic>
 #include <mutex>
 #include <vector>
 
+#include "host/cd/parting_streams.h"
 #include "host/cd/stream_levels.h"
 
 namespace tessarel::host {
+
+inline constexpr std::size_t lineCount = 3;
 
 /// Is told, on the sound thread, that the sound server can be used, or that it can't be reached.
 class SoundServerListener {
 public:
     virtual void soundServerFound() = 0;
     virtual void soundServerMissing() = 0;
+    /// An output of the server has changed, or another one has become the default.
+    virtual void outputChanged() {}
 
 protected:
     ~SoundServerListener() = default;
@@ -38,9 +44,14 @@ public:
     /// When it returns, the listener is not being called and will not be.
     void removeListener(SoundServerListener& listener);
 
-    StreamLevels& levels() { return levels_; }
+    /// Waits until the server has taken what was asked of it so far, or a fifth of a second. Not for the sound thread.
+    void settle();
+
+    StreamLevels& levels(platform::Line line) { return levels_[static_cast<std::size_t>(line)]; }
     /// For the sound thread and the holder of a lock.
     pa_context* context() { return context_; }
+    PartingStreams& partingStreams() { return partingStreams_; }
+    SoundServer handle() { return {context_, pa_threaded_mainloop_get_api(loop_)}; }
 
     /// Holds the sound thread back while it lives. False when there is no server at the moment, and nothing is held. Never
     /// waits longer than the sound thread needs to hand over a buffer. Not for the sound thread itself.
@@ -59,16 +70,18 @@ public:
 private:
     static void connectNow(pa_mainloop_api* api, void* self);
     static void contextChanged(pa_context* context, void* self);
-    static void serverEvent(pa_context* context, pa_subscription_event_type_t event, std::uint32_t index, void* self);
+    static void serverEvent(pa_context*, pa_subscription_event_type_t event, std::uint32_t index, void* self);
     bool startThread();
     void dropContext();
+    void dropStreams();
     void found();
     void missing();
 
     std::atomic<Server> server_{Server::untried};
     pa_threaded_mainloop* loop_ = nullptr;  ///< made once, by whoever moves `server_` from untried
     pa_context* context_ = nullptr;
-    StreamLevels levels_;
+    std::array<StreamLevels, lineCount> levels_;
+    PartingStreams partingStreams_;
     std::mutex listenersMutex_;
     std::vector<SoundServerListener*> listeners_;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/cd/sample_clock.h"
+#include "host/level_words.h"
 
 namespace tessarel::host {
 namespace {
@@ -14,6 +15,10 @@ constexpr std::uint32_t bytesOfMs(std::uint32_t ms) {
 // A long buffer that is filled in large pieces keeps the processor asleep; the short pre-buffer makes the start quick.
 constexpr pa_buffer_attr bufferShape{static_cast<std::uint32_t>(-1), bytesOfMs(2000), bytesOfMs(20), bytesOfMs(500),
                                      static_cast<std::uint32_t>(-1)};
+// Half of what two requests leave of the whole is the server's own share: with long requests it plays a few milliseconds at a
+// time, while as much is buffered as ever.
+constexpr pa_buffer_attr quickShape{static_cast<std::uint32_t>(-1), bytesOfMs(2000), bytesOfMs(20), bytesOfMs(996),
+                                    static_cast<std::uint32_t>(-1)};
 
 void forget(pa_operation* operation) {
     if (operation) {
@@ -41,23 +46,22 @@ SoundStream::SoundStream(SoundOutput& output, SoundStreamOwner& owner)
     }
     pa_stream_set_state_callback(stream_, stateChanged, this);
     pa_stream_set_write_callback(stream_, wanted, this);
-    const auto flags =
-        static_cast<pa_stream_flags_t>(PA_STREAM_INTERPOLATE_TIMING | PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_ADJUST_LATENCY);
-    const auto level = output.levels().startLevel();
-    const pa_cvolume volume = volumeOf(level.value_or(platform::StereoLevel{}));
+    const auto level = output.levels(platform::Line::disc).startLevel();
+    const pa_cvolume volume = volumeOf(level.value_or(platform::LineLevel{}).level, 2);
+    const auto flags = static_cast<pa_stream_flags_t>(PA_STREAM_INTERPOLATE_TIMING | PA_STREAM_AUTO_TIMING_UPDATE |
+                                                      PA_STREAM_ADJUST_LATENCY | startFlag(level));
     pa_stream_connect_playback(stream_, nullptr, &bufferShape, flags, level ? &volume : nullptr, nullptr);
 }
 
 SoundStream::~SoundStream() {
-    output_.levels().streamGone(index_);
     if (!stream_) {
         return;
     }
     forgetDrain();
     pa_stream_set_state_callback(stream_, nullptr, nullptr);
     pa_stream_set_write_callback(stream_, nullptr, nullptr);
-    pa_stream_disconnect(stream_);
-    pa_stream_unref(stream_);
+    output_.levels(platform::Line::disc).streamParted(index_);
+    output_.partingStreams().add(output_.handle(), output_.levels(platform::Line::disc), stream_);
 }
 
 std::size_t SoundStream::feed(const Source& source) {
@@ -119,12 +123,16 @@ void SoundStream::forgetDrain() {
     }
 }
 
+void SoundStream::quicken(bool quick) {
+    forget(pa_stream_set_buffer_attr(stream_, quick ? &quickShape : &bufferShape, nullptr, nullptr));
+}
+
 void SoundStream::stateChanged(pa_stream* stream, void* self) {
     auto& sound = *static_cast<SoundStream*>(self);
     const pa_stream_state_t state = pa_stream_get_state(stream);
     if (state == PA_STREAM_READY) {
         sound.index_ = pa_stream_get_index(stream);
-        sound.output_.levels().streamStarted(sound.output_.context(), sound.index_);
+        sound.output_.levels(platform::Line::disc).streamStarted(sound.output_.handle(), sound.index_, 2, &sound);
         sound.owner_.streamReady();
     } else if (state == PA_STREAM_FAILED || state == PA_STREAM_TERMINATED) {
         sound.owner_.streamLost();

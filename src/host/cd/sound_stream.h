@@ -25,7 +25,7 @@ protected:
 
 /// One stream of stereo 16-bit samples at 44100 a second. Everything, construction and destruction included, happens on the
 /// sound thread or under `SoundOutput::Lock`. It begins to sound as soon as it is ready and has samples.
-class SoundStream {
+class SoundStream final : private QuickSound {
 public:
     /// Copies at most `count` stereo samples to where it is told, and returns how many.
     using Source = std::function<std::size_t(std::int16_t* samples, std::size_t count)>;
@@ -49,6 +49,7 @@ private:
     static void wanted(pa_stream*, std::size_t bytes, void* self);
     static void drained(pa_stream*, int success, void* self);
     void forgetDrain();
+    void quicken(bool quick) override;
 
     SoundOutput& output_;
     SoundStreamOwner& owner_;

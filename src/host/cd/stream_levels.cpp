@@ -1,11 +1,15 @@
 #include "host/cd/stream_levels.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "host/cd/level_words.h"
+#include "host/level_words.h"
 
 namespace tessarel::host {
 namespace {
+
+using platform::LineLevel;
+using platform::StereoLevel;
 
 void forget(pa_operation* operation) {
     if (operation) {
@@ -13,32 +17,34 @@ void forget(pa_operation* operation) {
     }
 }
 
+std::int32_t inScale(std::int32_t word) { return std::clamp(word, 0, 65535); }
+
+/// A hand on a slider moves on within this time.
+constexpr unsigned restMs = 300;
+
+pa_usec_t timeIn(unsigned ms) { return pa_rtclock_now() + ms * PA_USEC_PER_MSEC; }
+
 }  // namespace
 
-pa_cvolume volumeOf(platform::StereoLevel level) {
-    pa_cvolume volume;
-    pa_cvolume_init(&volume);
-    volume.channels = 2;
-    volume.values[0] = volumeOfWord(level.left);
-    volume.values[1] = volumeOfWord(level.right);
-    return volume;
-}
-
-platform::StereoLevel StreamLevels::level() const {
+LineLevel StreamLevels::level() const {
     const std::lock_guard hold(mutex_);
     return level_;
 }
 
-std::optional<platform::StereoLevel> StreamLevels::startLevel() const {
+std::optional<LineLevel> StreamLevels::startLevel() const {
     const std::lock_guard hold(mutex_);
-    return chosen_ ? std::optional(level_) : std::nullopt;
+    return chosen_ ? std::optional(LineLevel{ramp_.now(), level_.muted}) : std::nullopt;
 }
 
-void StreamLevels::remember(platform::StereoLevel level) {
+void StreamLevels::remember(StereoLevel level) {
     const std::lock_guard hold(mutex_);
-    level_ = {std::clamp(level.left, 0, 65535), std::clamp(level.right, 0, 65535)};
+    unmute_ = unmute_ || level_.muted;
+    level_ = {{inScale(level.left), inScale(level.right)}, false};
     chosen_ = true;
-    ++writes_;
+    questions_.changed();
+    if (streams_.empty()) {
+        ramp_.set(level_.level);
+    }
 }
 
 void StreamLevels::setListener(Listener listener) {
@@ -46,41 +52,151 @@ void StreamLevels::setListener(Listener listener) {
     listener_ = std::move(listener);
 }
 
-void StreamLevels::send(pa_context* context) {
+void StreamLevels::send(const SoundServer& server) {
     const std::lock_guard hold(mutex_);
-    const pa_cvolume volume = volumeOf(level_);
-    for (const std::uint32_t index : streams_) {
-        forget(pa_context_set_sink_input_volume(context, index, &volume, nullptr, nullptr));
+    server_ = server;
+    if (std::exchange(unmute_, false)) {
+        ramp_.set({0, 0});
+        for (const Stream& stream : streams_) {
+            write(stream, ramp_.now());
+            forget(pa_context_set_sink_input_mute(server_.context, stream.index, 0, nullptr, nullptr));
+        }
+    }
+    ramp_.aim(level_.level, clock_ ? LevelRamp::Pace::even : LevelRamp::Pace::gentle);
+    if (!ramp_.moving()) {
+        return;
+    }
+    if (!clock_) {
+        quicken(true);
+        clock_ = pa_context_rttime_new(server_.context, timeIn(LevelRamp::stepMs), tick, this);
+        step();
+    } else if (std::exchange(resting_, false)) {
+        restartClock(LevelRamp::stepMs);
+        step();
     }
 }
 
-void StreamLevels::streamStarted(pa_context* context, std::uint32_t index) {
+void StreamLevels::hurry(const SoundServer& server) {
     const std::lock_guard hold(mutex_);
-    streams_.push_back(index);
-    ask(context, index);
+    server_ = server;
+    if (!clock_ && !streams_.empty()) {
+        quicken(true);
+        clock_ = pa_context_rttime_new(server_.context, timeIn(restMs), tick, this);
+        resting_ = true;
+    } else if (resting_) {
+        restartClock(restMs);
+    }
+}
+
+void StreamLevels::tick(pa_mainloop_api*, pa_time_event*, const timeval*, void* self) {
+    auto& levels = *static_cast<StreamLevels*>(self);
+    const std::lock_guard hold(levels.mutex_);
+    if (levels.ramp_.moving()) {
+        levels.restartClock(LevelRamp::stepMs);
+        levels.step();
+    } else if (!levels.resting_) {
+        levels.rest();
+    } else {
+        levels.stopClock();
+        levels.quicken(false);
+    }
+}
+
+// News that came while the level glided have been passed over: the server is asked now.
+void StreamLevels::rest() {
+    resting_ = true;
+    restartClock(restMs);
+    for (const Stream& stream : streams_) {
+        ask(stream.index);
+    }
+}
+
+void StreamLevels::quicken(bool quick) {
+    for (const Stream& stream : streams_) {
+        if (stream.sound) {
+            stream.sound->quicken(quick);
+        }
+    }
+}
+
+void StreamLevels::step() {
+    questions_.changed();
+    const StereoLevel level = ramp_.step();
+    for (const Stream& stream : streams_) {
+        write(stream, level);
+    }
+}
+
+void StreamLevels::write(const Stream& stream, StereoLevel level) {
+    const pa_cvolume volume = volumeOf(level, stream.channels);
+    forget(pa_context_set_sink_input_volume(server_.context, stream.index, &volume, nullptr, nullptr));
+}
+
+void StreamLevels::stopClock() {
+    if (clock_) {
+        server_.loop->time_free(std::exchange(clock_, nullptr));
+    }
+    resting_ = false;
+}
+
+void StreamLevels::restartClock(unsigned ms) { pa_context_rttime_restart(server_.context, clock_, timeIn(ms)); }
+
+void StreamLevels::streamStarted(const SoundServer& server, std::uint32_t index, int channels, QuickSound* sound) {
+    const std::lock_guard hold(mutex_);
+    server_ = server;
+    streams_.push_back({index, channels, sound});
+    if (clock_ && sound) {
+        sound->quicken(true);
+    }
+    ask(index);
+}
+
+void StreamLevels::streamParted(std::uint32_t index) {
+    const std::lock_guard hold(mutex_);
+    for (Stream& stream : streams_) {
+        stream.sound = stream.index == index ? nullptr : stream.sound;
+    }
 }
 
 void StreamLevels::streamGone(std::uint32_t index) {
     const std::lock_guard hold(mutex_);
-    std::erase(streams_, index);
+    std::erase_if(streams_, [index](const Stream& stream) { return stream.index == index; });
+    if (streams_.empty()) {
+        stopClock();
+        ramp_.set(level_.level);
+    }
 }
 
-void StreamLevels::streamChanged(pa_context* context, std::uint32_t index) {
+void StreamLevels::arrive() {
     const std::lock_guard hold(mutex_);
-    if (std::find(streams_.begin(), streams_.end(), index) != streams_.end()) {
-        ask(context, index);
+    if (ramp_.moving()) {
+        ramp_.set(level_.level);
+        step();
+    }
+}
+
+// While the level glides the news are its own steps; the server is asked when it has come to rest.
+void StreamLevels::streamChanged(const SoundServer& server, std::uint32_t index) {
+    const std::lock_guard hold(mutex_);
+    server_ = server;
+    const bool ours = std::any_of(streams_.begin(), streams_.end(), [&](const Stream& s) { return s.index == index; });
+    if (ours && !ramp_.moving()) {
+        ask(index);
     }
 }
 
 void StreamLevels::serverGone() {
     const std::lock_guard hold(mutex_);
+    stopClock();
     streams_.clear();
-    asked_.clear();
+    questions_.forget();
+    unmute_ = false;
+    ramp_.set(level_.level);
 }
 
-void StreamLevels::ask(pa_context* context, std::uint32_t index) {
-    if (pa_operation* question = pa_context_get_sink_input_info(context, index, heardInfo, this)) {
-        asked_.push_back(writes_);
+void StreamLevels::ask(std::uint32_t index) {
+    if (pa_operation* question = pa_context_get_sink_input_info(server_.context, index, heardInfo, this)) {
+        questions_.asked();
         pa_operation_unref(question);
     }
 }
@@ -88,26 +204,25 @@ void StreamLevels::ask(pa_context* context, std::uint32_t index) {
 void StreamLevels::heardInfo(pa_context*, const pa_sink_input_info* info, int end, void* self) {
     auto& levels = *static_cast<StreamLevels*>(self);
     if (end == 0 && info) {
-        levels.take(info->volume);
+        levels.take(*info);
         return;
     }
     const std::lock_guard hold(levels.mutex_);
-    if (!levels.asked_.empty()) {
-        levels.asked_.pop_front();
-    }
+    levels.questions_.answered();
 }
 
-void StreamLevels::take(const pa_cvolume& volume) {
+void StreamLevels::take(const pa_sink_input_info& info) {
     Listener listener;
-    platform::StereoLevel heard;
+    const LineLevel heard{levelOf(info.volume), info.mute != 0};
     {
         const std::lock_guard hold(mutex_);
-        const bool current = !asked_.empty() && asked_.front() == writes_;
-        heard = {wordOfVolume(volume.values[0]), wordOfVolume(volume.values[volume.channels > 1 ? 1 : 0])};
-        if (!current || heard == level_) {
+        const bool own = heard == LineLevel{levelOf(volumeOf(ramp_.now(), info.volume.channels)), level_.muted};
+        if (own || !questions_.current()) {
             return;
         }
         level_ = heard;
+        ramp_.set(heard.level);
+        chosen_ = true;
         listener = listener_;
     }
     if (listener) {

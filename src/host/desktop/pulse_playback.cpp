@@ -6,6 +6,8 @@
 #include <memory>
 #include <vector>
 
+#include "host/level_words.h"
+
 namespace tessarel::host {
 namespace {
 
@@ -35,7 +37,14 @@ using Owned = std::unique_ptr<T, Release>;
 
 class Playback {
 public:
-    explicit Playback(const std::stop_token& stop) : stop_(stop), loop_(pa_mainloop_new()) {}
+    Playback(LineStreams& line, const std::stop_token& stop) : line_(line), stop_(stop), loop_(pa_mainloop_new()) {}
+    ~Playback() {
+        if (index_ != PA_INVALID_INDEX) {
+            line_.streamGone(index_);
+        }
+    }
+    Playback(const Playback&) = delete;
+    Playback& operator=(const Playback&) = delete;
 
     void run(SoundDecoder& sound) {
         if (connect() && openStream(sound)) {
@@ -88,11 +97,17 @@ private:
         buffer.tlength = static_cast<std::uint32_t>(pa_usec_to_bytes(bufferMilliseconds * PA_USEC_PER_MSEC, &spec));
         buffer.prebuf = static_cast<std::uint32_t>(-1);
         buffer.minreq = static_cast<std::uint32_t>(-1);
+        const auto level = line_.startLevel();
+        const pa_cvolume volume = volumeOf(level.value_or(platform::LineLevel{}).level, spec.channels);
+        const auto flags = static_cast<pa_stream_flags_t>(PA_STREAM_ADJUST_LATENCY | startFlag(level));
         if (!stream_ ||
-            pa_stream_connect_playback(stream_.get(), nullptr, &buffer, PA_STREAM_ADJUST_LATENCY, nullptr, nullptr) < 0) {
+            pa_stream_connect_playback(stream_.get(), nullptr, &buffer, flags, level ? &volume : nullptr, nullptr) < 0 ||
+            !stepUntil([this] { return pa_stream_get_state(stream_.get()) == PA_STREAM_READY; }, connectPatience)) {
             return false;
         }
-        return stepUntil([this] { return pa_stream_get_state(stream_.get()) == PA_STREAM_READY; }, connectPatience);
+        index_ = pa_stream_get_index(stream_.get());
+        line_.streamStarted(index_, spec.channels);
+        return true;
     }
 
     // Hands over all samples, as fast as the server takes them.
@@ -120,7 +135,9 @@ private:
         }
     }
 
+    LineStreams& line_;
     const std::stop_token& stop_;
+    std::uint32_t index_ = PA_INVALID_INDEX;
     Owned<pa_mainloop> loop_;
     Owned<pa_context> context_;
     Owned<pa_stream> stream_;
@@ -128,6 +145,6 @@ private:
 
 }  // namespace
 
-void playThroughPulse(SoundDecoder& sound, const std::stop_token& stop) { Playback(stop).run(sound); }
+void playThroughPulse(SoundDecoder& sound, LineStreams& line, const std::stop_token& stop) { Playback(line, stop).run(sound); }
 
 }  // namespace tessarel::host

@@ -58,8 +58,8 @@ std::shared_ptr<PulseSoundFiles::Sound> PulseSoundFiles::start(const std::string
     if (!sound->decoder.valid()) {
         return nullptr;
     }
-    sound->worker = std::jthread([&decoder = sound->decoder, &over = sound->over](const std::stop_token& stop) {
-        playThroughPulse(decoder, stop);
+    sound->worker = std::jthread([&line = line_, &decoder = sound->decoder, &over = sound->over](const std::stop_token& stop) {
+        playThroughPulse(decoder, line, stop);
         over = true;
     });
     return sounds_.emplace_back(std::move(sound));

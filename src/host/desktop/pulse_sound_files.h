@@ -2,6 +2,7 @@
 #include <memory>
 #include <vector>
 
+#include "host/line_streams.h"
 #include "platform/file_system.h"
 #include "platform/scheduler.h"
 #include "platform/sound_files.h"
@@ -12,7 +13,9 @@ namespace tessarel::host {
 /// there is neither. What can't be read, is no sound file or finds no server is passed over in silence.
 class PulseSoundFiles : public platform::SoundFiles {
 public:
-    PulseSoundFiles(platform::Scheduler& scheduler, const platform::FileSystem& files) : scheduler_(scheduler), files_(files) {}
+    /// The sounds play at the level of `line`.
+    PulseSoundFiles(platform::Scheduler& scheduler, const platform::FileSystem& files, LineStreams& line)
+        : scheduler_(scheduler), files_(files), line_(line) {}
     /// Cuts what still plays.
     ~PulseSoundFiles() override;
     PulseSoundFiles(const PulseSoundFiles&) = delete;
@@ -31,6 +34,7 @@ private:
 
     platform::Scheduler& scheduler_;
     const platform::FileSystem& files_;
+    LineStreams& line_;
     std::vector<std::shared_ptr<Sound>> sounds_;
 };
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "forms/property.h"
+#include "ui/ground.h"
 #include "ui/theme.h"
 
 namespace tessarel::ui {
@@ -19,7 +20,10 @@ public:
     /// `design` is the drawn shape; `margin` is room around it for the ring of the keyboard focus.
     void place(const QRectF& design, double margin = 0) {
         design_ = design;
-        const auto room = design.adjusted(-margin, -margin, margin, margin);
+        if (const auto* ground = groundOf(*this)) {
+            origin_ = ground->origin();
+        }
+        const auto room = design.adjusted(-margin, -margin, margin, margin).translated(origin_);
         const QRect inWindow = QRectF(room.topLeft() * theme_.scale(), room.size() * theme_.scale()).toAlignedRect();
         this->setGeometry(inWindow.translated(-this->parentWidget()->mapTo(this->window(), QPoint(0, 0))));
     }
@@ -34,15 +38,10 @@ protected:
     virtual void draw(QPainter& painter) = 0;
 
     const Theme& theme() const { return theme_; }
-    /// Whether the ring of the focus is to be seen: the focus is here and came by the keyboard or the program.
-    bool showsFocus() const { return this->hasFocus() && !focusByMouse_; }
-    /// The keyboard is in use now.
-    void revealFocus() {
-        if (focusByMouse_) {
-            focusByMouse_ = false;
-            this->update();
-        }
-    }
+    /// A point of this widget, in its window's design.
+    QPointF designPoint(const QPointF& point) const { return this->mapTo(this->window(), point) / theme_.scale() - origin_; }
+    /// Whether the ring of the focus is to be seen: the focus is here and came by Tab, an arrow or assistive technology.
+    bool showsFocus() const { return this->hasFocus() && !ringHidden_; }
 
     void paintEvent(QPaintEvent* /*event*/) override {
         QPainter painter(this);
@@ -50,10 +49,20 @@ protected:
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.translate(-this->mapTo(this->window(), QPoint(0, 0)));
         painter.scale(theme_.scale(), theme_.scale());
+        painter.translate(origin_);
         draw(painter);
     }
     void focusInEvent(QFocusEvent* event) override {
-        focusByMouse_ = event->reason() == Qt::MouseFocusReason;
+        switch (event->reason()) {
+            case Qt::MouseFocusReason:
+                ringHidden_ = true;
+                break;
+            case Qt::ActiveWindowFocusReason:
+            case Qt::PopupFocusReason:
+                break;  // as it was when the window was left
+            default:
+                ringHidden_ = false;
+        }
         Base::focusInEvent(event);
         this->update();
     }
@@ -65,7 +74,8 @@ protected:
 private:
     const Theme& theme_;
     QRectF design_;
-    bool focusByMouse_ = false;
+    QPointF origin_;
+    bool ringHidden_ = true;
     std::vector<forms::Subscription> subscriptions_;
 };
 

@@ -12,14 +12,16 @@ namespace {
 
 constexpr int keyStep = 5;
 
-void drawGlowingBar(QPainter& painter, const QRectF& rect) {
+void drawGlowingBar(QPainter& painter, const QRectF& rect, QColor color) {
     painter.setPen(Qt::NoPen);
     for (const auto& [reach, alpha] : {std::pair(5.0, 10), std::pair(3.5, 16), std::pair(2.0, 28), std::pair(1.0, 44)}) {
-        painter.setBrush(QColor(0x5d, 0xf2, 0x9b, alpha));
+        color.setAlpha(alpha);
+        painter.setBrush(color);
         const double radius = rect.height() / 2 + reach;
         painter.drawRoundedRect(rect.adjusted(-reach, -reach, reach, reach), radius, radius);
     }
-    painter.setBrush(QColor(palette::green));
+    color.setAlpha(255);
+    painter.setBrush(color);
     painter.drawRoundedRect(rect, rect.height() / 2, rect.height() / 2);
 }
 
@@ -60,7 +62,7 @@ void FloodBar::mousePressEvent(QMouseEvent* event) {
         event->ignore();
         return;
     }
-    const double x = mapTo(window(), event->position()).x() / theme().scale();
+    const double x = designPoint(event->position()).x();
     const double share = std::clamp((x - design().left()) / design().width(), 0.0, 1.0);
     if (onPressed) {
         onPressed(event->button() == Qt::LeftButton ? forms::MouseButton::left : forms::MouseButton::right, share);
@@ -68,7 +70,12 @@ void FloodBar::mousePressEvent(QMouseEvent* event) {
 }
 
 void FloodBar::keyPressEvent(QKeyEvent* event) {
-    revealFocus();
+    const auto* ground = groundOf(*this);
+    const bool forWindow = !showsFocus() && ground != nullptr && ground->takesKey(*event);
+    if (forWindow || (event->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) {
+        event->ignore();
+        return;
+    }
     const bool left = event->key() == Qt::Key_Left;
     if (left || event->key() == Qt::Key_Right) {
         const int target = std::clamp(value() + (left ? -keyStep : keyStep), 0, 100);
@@ -84,20 +91,23 @@ void FloodBar::keyPressEvent(QKeyEvent* event) {
 
 void FloodBar::draw(QPainter& painter) {
     const auto& rect = design();
+    const auto& glass = theme().glass();
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(0x10, 0x24, 0x1b));
+    painter.setBrush(glass.trough);
     painter.drawRoundedRect(rect, rect.height() / 2, rect.height() / 2);
     const double x = rect.left() + rect.width() * value() / 100.0;
     if (value() > 0) {
-        drawGlowingBar(painter, QRectF(rect.topLeft(), QPointF(std::max(x, rect.left() + rect.height()), rect.bottom())));
-        painter.setBrush(QColor(0xea, 0xff, 0xf3));
-        painter.drawEllipse(QPointF(x, rect.center().y()), 7, 7);
+        drawGlowingBar(painter, QRectF(rect.topLeft(), QPointF(std::max(x, rect.left() + rect.height()), rect.bottom())),
+                       glass.lit);
+        painter.setBrush(glass.knob);
+        const double radius = underMouse() && isEnabled() ? 8 : 7;
+        painter.drawEllipse(QPointF(x, rect.center().y()), radius, radius);
     }
     const auto [a, b] = marks ? marks() : std::pair(0.0, 0.0);
     for (const double mark : {a, b}) {
         if (mark > 0) {
             const double at = rect.left() + rect.width() * std::min(mark, 1.0);
-            painter.fillRect(QRectF(at - 1, rect.top() - 4, 2, rect.height() + 8), QColor(palette::yellow));
+            painter.fillRect(QRectF(at - 1, rect.top() - 4, 2, rect.height() + 8), glass.mark);
         }
     }
     if (showsFocus()) {

@@ -25,7 +25,7 @@ void GlassLabel::setShrink(double factor) {
 QFont GlassLabel::textFont() const { return theme().font(textSize(), style_.weight, style_.spacing); }
 
 QColor GlassLabel::textColor() const {
-    return style_.ownColor || fore() == colors::white ? QColor(style_.color) : theme().accent(fore()).color;
+    return style_.ownColor || fore() == colors::white ? theme().ink(style_.ink) : theme().accent(fore()).color;
 }
 
 QString GlassLabel::shownText() const {

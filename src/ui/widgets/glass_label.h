@@ -10,7 +10,7 @@ public:
         double size = 15;
         int weight = QFont::Normal;
         double spacing = 0;
-        QRgb color = palette::softGreen;  ///< while the label has its plain colour
+        Ink ink = Ink::soft;  ///< while the label has its plain colour
         Qt::AlignmentFlag anchor = Qt::AlignLeft;
         bool upperCase = false;
         bool ownColor = false;  ///< whatever colour the label has

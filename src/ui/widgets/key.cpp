@@ -14,6 +14,11 @@ constexpr double captionSpacing = 0.3;
 
 Key::Key(const Theme& theme, QWidget* parent, Shape shape) : Pad(theme, parent), shape_(std::move(shape)) {}
 
+void Key::setCaption(const QString& caption) {
+    shape_.caption = caption;
+    update();
+}
+
 void Key::setLit(bool lit) {
     if (lit != lit_) {
         lit_ = lit;
@@ -28,11 +33,9 @@ void Key::setDim(bool dim) {
     }
 }
 
-void Key::setAccent(const QColor& color) {
-    if (color != accent_) {
-        accent_ = color;
-        update();
-    }
+void Key::setAccent(Ink accent) {
+    accent_ = accent;
+    update();
 }
 
 void Key::tell() {
@@ -51,17 +54,19 @@ void Key::draw(QPainter& painter) {
         return;
     }
     const auto& rect = design();
-    const bool down = isDown() || lit_;
-    theme().paintKey(painter, rect, down ? KeyFace::down : isHovered() && !dim_ ? KeyFace::hovered : KeyFace::up);
     const bool dead = dim_ || !isEnabled();
+    const bool down = isDown() && !dead;
+    const bool hovered = isHovered() && !dead && !down;
+    const KeyFace lit = hovered ? KeyFace::downHovered : KeyFace::down;
+    theme().paintKey(painter, rect, down || lit_ ? lit : hovered ? KeyFace::hovered : KeyFace::up);
     const bool iconic = shape_.icon != Icon::none || !shape_.sign.isEmpty();
-    const QColor sign = lit_ ? accent_ : QColor(dead ? palette::keyDim : palette::keyText);
+    const QColor sign = lit_ ? theme().ink(accent_) : QColor(dead ? palette::keyDim : palette::keyText);
     const QColor text = iconic ? QColor(dead ? palette::keyDim : palette::keyCaption) : sign;
-    const double drop = isDown() ? 1 : 0;
+    const double drop = down ? 1 : 0;
     const QPointF middle = rect.center() + QPointF(0, drop);
     const auto font = theme().font(shape_.textSize, QFont::Normal, captionSpacing);
     if (iconic) {
-        drawIcon(painter, middle - QPointF(0, iconRise), sign);
+        drawIcon(painter, middle - QPointF(0, shape_.caption.isEmpty() ? 0 : iconRise), sign);
         theme().paintText(painter, middle.x(), middle.y() + captionDrop, shape_.caption, font, text, Qt::AlignHCenter);
     } else {
         theme().paintText(painter, middle.x(), middle.y() + shape_.textSize * 0.37, shape_.caption, font, text,
@@ -95,13 +100,15 @@ void Key::drawIcon(QPainter& painter, const QPointF& middle, const QColor& color
 void Key::drawRound(QPainter& painter) {
     const auto& rect = design();
     QLinearGradient fill(rect.topLeft(), rect.bottomLeft());
-    const int lift = isHovered() && !isDown() ? 10 : 0;
-    fill.setColorAt(0, isDown() ? QColor(0x24, 0x27, 0x2b) : QColor(0x45 + lift, 0x4a + lift, 0x52 + lift));
-    fill.setColorAt(1, isDown() ? QColor(0x2c, 0x30, 0x35) : QColor(0x33 + lift, 0x37 + lift, 0x3d + lift));
+    const bool hovered = isHovered();
+    fill.setColorAt(0, QColor(isDown() ? palette::keyDownTop : hovered ? palette::keyHoverTop : palette::keyTop));
+    fill.setColorAt(1, QColor(isDown() ? palette::keyDownBottom : hovered ? palette::keyHoverBottom : palette::keyBottom));
     painter.setBrush(fill);
     painter.setPen(QPen(QColor(palette::keyEdge), 1));
     painter.drawEllipse(rect);
-    drawIcon(painter, rect.center(), lit_ || shape_.icon == Icon::power ? accent_ : QColor(palette::keyText));
+    drawIcon(
+        painter, rect.center(),
+        lit_ || shape_.icon == Icon::power ? theme().ink(accent_) : QColor(isEnabled() ? palette::keyText : palette::keyDim));
     if (showsFocus()) {
         theme().paintFocus(painter, rect.adjusted(-2, -2, 2, 2), rect.width() / 2 + 2);
     }

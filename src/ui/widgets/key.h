@@ -17,12 +17,13 @@ public:
 
     Key(const Theme& theme, QWidget* parent, Shape shape);
 
+    void setCaption(const QString& caption);
     /// On: the function it stands for is going on.
     void setLit(bool lit);
     /// Its function can't be had now. It still takes the focus, so that the order of keys stays.
     void setDim(bool dim);
     /// The colour of its text while lit.
-    void setAccent(const QColor& color);
+    void setAccent(Ink accent);
     /// For an on-off key even while it is off.
     void setCheckable() { checkable_ = true; }
 
@@ -42,7 +43,7 @@ private:
     void drawRound(QPainter& painter);
 
     Shape shape_;
-    QColor accent_{palette::green};
+    Ink accent_ = Ink::keyLit;
     bool lit_ = false;
     bool dim_ = false;
     bool checkable_ = false;

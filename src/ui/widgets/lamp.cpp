@@ -14,8 +14,10 @@ void Lamp::changed() {
     update();
 }
 
+KeyFace Lamp::lampFace() const { return isDown() ? KeyFace::down : isHovered() ? KeyFace::hovered : KeyFace::up; }
+
 void Lamp::draw(QPainter& painter) {
-    theme().paintLamp(painter, design(), shownText(), theme().accent(fore()), isHovered());
+    theme().paintLamp(painter, design(), shownText(), theme().accent(fore()), lampFace());
     if (showsFocus()) {
         theme().paintFocus(painter, design().adjusted(-2, -2, 2, 2), 6);
     }

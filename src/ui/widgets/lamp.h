@@ -11,7 +11,9 @@ public:
 
     bool lit() const;
     QString shownText() const;
-    bool checkable() const override { return acts(); }
+    /// Its press switches what it tells of.
+    void setCheckable() { checkable_ = true; }
+    bool checkable() const override { return checkable_; }
     bool checked() const override { return lit(); }
 
 protected:
@@ -19,7 +21,10 @@ protected:
     void draw(QPainter& painter) override;
 
 private:
+    KeyFace lampFace() const;
+
     QString text_;
+    bool checkable_ = false;
 };
 
 }  // namespace tessarel::ui

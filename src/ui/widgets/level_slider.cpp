@@ -40,10 +40,17 @@ void LevelSlider::showRange(int least, int greatest) {
     byProgram_ = false;
 }
 
-void LevelSlider::speak() {
+int LevelSlider::loudness() const {
     const int span = std::max(1, maximum() - minimum());
-    setAccessibleDescription(QStringLiteral("%1 %").arg((maximum() - value()) * 100 / span));
+    return (maximum() - value()) * loudest / span;
 }
+
+void LevelSlider::setLoudness(int loudness) {
+    const double quiet = 1 - static_cast<double>(std::clamp(loudness, 0, loudest)) / loudest;
+    gesture(minimum() + static_cast<int>(std::lround(quiet * (maximum() - minimum()))));
+}
+
+void LevelSlider::speak() { setAccessibleDescription(QStringLiteral("%1 %").arg(loudness())); }
 
 void LevelSlider::sliderChange(SliderChange change) {
     Drawn::sliderChange(change);
@@ -52,6 +59,17 @@ void LevelSlider::sliderChange(SliderChange change) {
     }
     if (change == SliderValueChange && !byProgram_ && onMoved) {
         onMoved(value());
+        // What assistive technology sets has neither been pressed nor will it be let go.
+        if (!held_ && onHeld) {
+            onHeld(false);
+        }
+    }
+}
+
+void LevelSlider::hold(bool down) {
+    held_ = down;
+    if (onHeld) {
+        onHeld(down);
     }
 }
 
@@ -70,19 +88,17 @@ void LevelSlider::mousePressEvent(QMouseEvent* event) {
         event->ignore();
         return;
     }
-    const double y = mapTo(window(), event->position()).y() / theme().scale();
+    const double y = designPoint(event->position()).y();
     const bool onThumb = std::abs(y - thumbAt()) <= thumbHeight / 2;
     grip_ = onThumb ? y - thumbAt() : 0;
     setSliderDown(true);
-    if (onHeld) {
-        onHeld(true);
-    }
+    hold(true);
     setValue(valueAt(y - grip_));
 }
 
 void LevelSlider::mouseMoveEvent(QMouseEvent* event) {
     if (isSliderDown()) {
-        setValue(valueAt(mapTo(window(), event->position()).y() / theme().scale() - grip_));
+        setValue(valueAt(designPoint(event->position()).y() - grip_));
     }
 }
 
@@ -90,29 +106,28 @@ void LevelSlider::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton && isSliderDown()) {
         setSliderDown(false);
         update();
-        if (onHeld) {
-            onHeld(false);
-        }
+        hold(false);
     }
 }
 
 // A move by key or wheel is a whole gesture: the release is what some levels are set on.
 void LevelSlider::gesture(int target) {
     const int before = value();
-    if (onHeld) {
-        onHeld(true);
-    }
+    hold(true);
     setValue(target);
-    if (onHeld) {
-        onHeld(false);
-    }
+    hold(false);
     if (value() != before) {
         update();
     }
 }
 
 void LevelSlider::keyPressEvent(QKeyEvent* event) {
-    revealFocus();
+    const auto* ground = groundOf(*this);
+    const bool forWindow = !showsFocus() && ground != nullptr && ground->takesKey(*event);
+    if (forWindow || (event->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) {
+        event->ignore();
+        return;
+    }
     switch (event->key()) {
         case Qt::Key_Up:
             gesture(value() - singleStep());
@@ -151,9 +166,9 @@ void LevelSlider::draw(QPainter& painter) {
     const double middle = design().center().x();
     const double y = thumbAt();
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(0x12, 0x14, 0x17));
+    painter.setBrush(QColor(palette::slot));
     painter.drawRoundedRect(QRectF(middle - 3, design().top(), 6, design().height()), 3, 3);
-    painter.setBrush(QColor(palette::green));
+    painter.setBrush(theme().glass().keyLit);
     painter.drawRoundedRect(QRectF(middle - 3, y, 6, design().bottom() - y), 3, 3);
     const QRectF thumb(middle - thumbWidth / 2, y - thumbHeight / 2, thumbWidth, thumbHeight);
     painter.setBrush(isSliderDown() ? QColor(0xee, 0xf1, 0xf4)

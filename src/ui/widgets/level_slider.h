@@ -15,6 +15,11 @@ public:
     void showValue(int value);
     void showRange(int least, int greatest);
 
+    /// What a screen reader tells and sets: 0 to `loudest`, rising with the sound.
+    int loudness() const;
+    void setLoudness(int loudness);
+    static constexpr int loudest = 100;
+
     /// A person has moved it; pressed and let go with the mouse.
     std::function<void(int value)> onMoved;
     std::function<void(bool down)> onHeld;
@@ -32,10 +37,12 @@ private:
     double thumbAt() const;
     int valueAt(double y) const;
     void gesture(int value);
+    void hold(bool down);
     void speak();
 
     bool byProgram_ = false;
-    double grip_ = 0;  ///< from the thumb's middle to the pointer, in design units
+    bool held_ = false;  ///< by the mouse, or while a key or the wheel moves it
+    double grip_ = 0;    ///< from the thumb's middle to the pointer, in design units
 };
 
 }  // namespace tessarel::ui

@@ -26,7 +26,7 @@ void Pad::setGestures(Gestures gestures) {
 // Handlers may be set after the widget was bound, but not after it is on show.
 void Pad::learnActs() {
     acts_ = gestures_.acts && gestures_.acts();
-    setFocusPolicy(acts_ ? Qt::StrongFocus : Qt::NoFocus);
+    setFocusPolicy(acts_ && !isGround() ? Qt::StrongFocus : Qt::NoFocus);
     setAttribute(Qt::WA_NoMousePropagation, acts_);  // a press on a dead key is none on the face
 }
 
@@ -89,15 +89,36 @@ void Pad::mouseReleaseEvent(QMouseEvent* event) {
     }
 }
 
+// A pad may lie on another: the keys of the one on top are not the lower one's.
+bool Pad::isForWindow(const QKeyEvent& event) const {
+    if (!hasFocus()) {
+        return true;
+    }
+    const auto* ground = groundOf(*this);
+    const bool forBoth = !showsFocus() || (leavesSpace_ && event.key() == Qt::Key_Space);
+    return forBoth && ground != nullptr && ground->takesKey(event);
+}
+
+void Pad::pressRight() {
+    begin(forms::MouseButton::right);
+    end(forms::MouseButton::right, true);
+}
+
 void Pad::keyPressEvent(QKeyEvent* event) {
-    revealFocus();
+    if (isGround() && acts_ && event->key() == Qt::Key_Menu) {
+        pressRight();
+        return;
+    }
+    if (isForWindow(*event)) {
+        event->ignore();
+        return;
+    }
     if (acts_ && isPressKey(*event)) {
         if (!event->isAutoRepeat() && !down_) {
             begin(forms::MouseButton::left);
         }
     } else if (acts_ && event->key() == Qt::Key_Menu) {
-        begin(forms::MouseButton::right);  // the key for what a right press does
-        end(forms::MouseButton::right, true);
+        pressRight();
     } else if (isArrow(event->key()) && (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
         focusNeighbour(*this, static_cast<Qt::Key>(event->key()));
     } else {
@@ -106,7 +127,7 @@ void Pad::keyPressEvent(QKeyEvent* event) {
 }
 
 void Pad::keyReleaseEvent(QKeyEvent* event) {
-    if (!acts_ || !isPressKey(*event)) {
+    if (!acts_ || !isPressKey(*event) || !down_) {
         event->ignore();
     } else if (!event->isAutoRepeat()) {
         end(forms::MouseButton::left, true);

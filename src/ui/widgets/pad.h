@@ -29,9 +29,13 @@ public:
 
     /// Whether it takes presses; if not it takes no focus either.
     bool acts() const { return acts_; }
+    /// Whether it is the ground of other widgets: it takes no focus, and gets the Menu key that none of them has a use for.
+    virtual bool isGround() const { return false; }
     /// Whether it is one that shows an on and off state, and that state.
     virtual bool checkable() const { return false; }
     virtual bool checked() const { return false; }
+    /// Its window has Space for itself even while the ring is here.
+    void leaveSpaceToWindow() { leavesSpace_ = true; }
 
 protected:
     bool isDown() const { return down_; }
@@ -51,11 +55,14 @@ private:
     void begin(forms::MouseButton button);
     void end(forms::MouseButton button, bool inside);
     void cancelHold();
+    void pressRight();
     void learnActs();
+    bool isForWindow(const QKeyEvent& event) const;
 
     Gestures gestures_;
     bool acts_ = false;
     bool down_ = false;
+    bool leavesSpace_ = false;
 };
 
 /// A pad that shows a label's state.

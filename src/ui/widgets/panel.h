@@ -3,17 +3,15 @@
 
 namespace tessarel::ui {
 
-/// A ground for other widgets that come and go with it. It has no drawing of its own.
+/// A ground for other widgets that come and go with it. It has no drawing of its own, and no focus.
 class Panel : public Pad {
 public:
     using Pad::Pad;
 
+    bool isGround() const override { return true; }
+
 protected:
-    void draw(QPainter& painter) override {
-        if (showsFocus()) {
-            theme().paintFocus(painter, design(), 6);
-        }
-    }
+    void draw(QPainter& /*painter*/) override {}
 };
 
 }  // namespace tessarel::ui

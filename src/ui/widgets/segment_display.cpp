@@ -18,6 +18,14 @@ bool SegmentDisplay::usesSegments() const {
     return asked && theme().hasSegments() && std::all_of(caption().begin(), caption().end(), hasSegmentForm);
 }
 
+void SegmentDisplay::setSize(double size) {
+    if (size != size_) {
+        size_ = size;
+        glyphs_.clear();
+        update();
+    }
+}
+
 void SegmentDisplay::changed() {
     say(caption());
     update();
@@ -62,7 +70,7 @@ void SegmentDisplay::drawSegments(QPainter& painter, const QString& text) {
     painter.scale(fit, fit);
     double x = -width(ghost);
     for (const QChar c : ghost) {
-        painter.fillPath(glyph(c).path.translated(x, 0), QColor(0x1f, 0x4a, 0x36, 0x59));
+        painter.fillPath(glyph(c).path.translated(x, 0), theme().glass().ghost);
         x += glyph(c).advance;
     }
     x = -width(text);

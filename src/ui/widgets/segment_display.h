@@ -12,6 +12,10 @@ public:
     /// `ghost` are the unlit segments that are always to be seen, as "88:88"; longer texts bring their own.
     SegmentDisplay(const Theme& theme, QWidget* parent, const QString& ghost, double size);
 
+    /// The height of the digits, in design units.
+    void setSize(double size);
+    double size() const { return size_; }
+
 protected:
     void changed() override;
     void draw(QPainter& painter) override;

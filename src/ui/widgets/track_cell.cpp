@@ -1,6 +1,11 @@
 #include "ui/widgets/track_cell.h"
 
 namespace tessarel::ui {
+namespace {
+
+constexpr double lowCell = 20;
+
+}  // namespace
 
 TrackCell::TrackCell(const Theme& theme, QWidget* parent, int number) : LabelPad(theme, parent), number_(number) { changed(); }
 
@@ -29,30 +34,37 @@ void TrackCell::changed() {
 
 void TrackCell::draw(QPainter& painter) {
     const auto accent = theme().accent(fore());
-    QColor fill(0x0e, 0x1d, 0x16);
-    QColor edge(0x1d, 0x3a, 0x2c);
-    QColor text(palette::glassText);
+    const auto& glass = theme().glass();
+    QColor fill = glass.cell;
+    QColor edge = glass.cellEdge;
+    QColor text = glass.dim;
     if (dead_) {
         fill = Qt::transparent;
-        edge = QColor(0x18, 0x21, 0x1d);
-        text = QColor(palette::deadText);
+        edge = glass.deadEdge;
+        text = glass.dead;
     } else if (current_) {
-        fill = accent.lit ? accent.color : QColor(palette::green);
-        text = contrast(fill, QColor(palette::ink)) >= 4.5 ? QColor(palette::ink) : QColor(Qt::white);
+        fill = accent.lit ? accent.color : glass.lit;
+        text = contrast(fill, glass.ink) >= readable ? glass.ink : QColor(Qt::white);
     } else if (accent.lit) {
-        fill = QColor(0x12, 0x30, 0x1f);
+        fill = glass.cellLit;
         text = accent.color;
     }
-    if (isHovered() && !dead_) {
-        fill = fill.lighter(current_ ? 112 : 140);
-        edge = QColor(0x3d, 0x6b, 0x54);
+    const bool down = isDown() && !dead_;
+    if (down) {
+        fill = current_ ? fill.darker(118) : glass.bottom;
+        edge = glass.lit;
+    } else if (isHovered() && !dead_) {
+        fill = current_ ? fill.lighter(112) : mixed(fill, glass.lit, 0.1);
+        edge = glass.hoverEdge;
     }
     painter.setBrush(fill);
     painter.setPen(QPen(edge, 1));
     painter.drawRoundedRect(design(), 4, 4);
     const QString shown = caption().isEmpty() ? QString::number(number_) : caption();
-    theme().paintText(painter, design().center().x(), design().center().y() + 4.4, shown, theme().font(12, QFont::DemiBold),
-                      text, Qt::AlignHCenter);
+    const double size = design().height() < lowCell ? 10 : 12;
+    const double drop = down ? 1 : 0;
+    theme().paintText(painter, design().center().x(), design().center().y() + size * 0.367 + drop, shown,
+                      theme().font(size, QFont::DemiBold), text, Qt::AlignHCenter);
     if (showsFocus()) {
         theme().paintFocus(painter, design().adjusted(1, 1, -1, -1), 3);
     }

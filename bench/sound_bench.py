@@ -4,6 +4,7 @@
 Each figure is taken on a private screen and a private sound server, in one run with its peer. A busy machine spoils them: the
 bench waits some minutes for a calm one, and tells the load at its beginning and end.
 """
+import array
 import contextlib
 import ctypes
 import ctypes.util
@@ -27,6 +28,8 @@ CALM = 1.0  # load average of the last minute
 CALM_WAIT = float(os.environ.get("TESSAREL_BENCH_WAIT", "180"))  # seconds
 STARTS = 25
 PLAYS = 10
+CHANGES = int(os.environ.get("TESSAREL_BENCH_CHANGES", "200"))  # of discs
+FIRST_CHANGES = 10  # fill what is kept for good
 TICKS = os.sysconf("SC_CLK_TCK")
 
 
@@ -46,9 +49,13 @@ def processor_seconds(pid):
     return (int(fields[11]) + int(fields[12])) / TICKS
 
 
-def peak_megabytes(pid):
+def megabytes(pid, field):
     status = pathlib.Path(f"/proc/{pid}/status").read_text(encoding="ascii")
-    return next(int(line.split()[1]) for line in status.splitlines() if line.startswith("VmHWM")) / 1024
+    return next(int(line.split()[1]) for line in status.splitlines() if line.startswith(field + ":")) / 1024
+
+
+def peak_megabytes(pid):
+    return megabytes(pid, "VmHWM")
 
 
 def spread(values, unit="ms"):
@@ -140,6 +147,54 @@ class Bench:
         self.tell("Next pressed to first sample of the next track, less the wait of 300 ms",
                   spread([value * 1000 - 300 for value in nexts]))
 
+    def slider(self):
+        disc = discs.steady_disc(self.desktop.new_folder())
+        took, jumps = [], []
+        with self.playing(disc.cue) as (running, heard):
+            heard.first_sound()
+            slider = self.sight.find(running, "Volume left").get_value_iface()
+            for i in range(PLAYS):
+                time.sleep(1)  # at rest, and all that was recorded is on the disc
+                before = heard.size()
+                steady = heard.sound(before - SAMPLE)
+                position = 40 * ((i + 1) % 2)
+                took.append(self.until_change(heard, before, steady, lambda at=position: slider.set_current_value(at)))
+                time.sleep(0.3)
+                jumps.append(self.largest_jump(heard.sound(before - SAMPLE)))
+            abrupt = self.abrupt_jump(heard)
+        self.tell("Slider moved to first changed sample", spread([value * 1000 for value in took]))
+        self.tell("Largest step between samples, a slider's move of 40", f"{max(jumps) * 100:.0f} % of the whole change",
+                  f"by pactl {abrupt * 100:.0f} %")
+
+    def abrupt_jump(self, heard):
+        """The same change of the stream by the server's own tool, which does not glide."""
+        before = heard.size()
+        stream = self.desktop.run("pactl", "list", "short", "sink-inputs").split()[0]
+        self.desktop.run("pactl", "set-sink-input-volume", stream, "60%")
+        time.sleep(0.3)
+        return self.largest_jump(heard.sound(before - SAMPLE))
+
+    @staticmethod
+    def until_change(heard, before, steady, move):
+        """Seconds from a move to a sample that is another than before."""
+        began = time.monotonic()
+        moved = threading.Thread(target=move)
+        moved.start()
+
+        def look():
+            sound = heard.sound(before)
+            return sound != steady * (len(sound) // SAMPLE)
+        wait_for("the change", look, every=0.002)
+        seen = time.monotonic() - began
+        moved.join()
+        return seen
+
+    @staticmethod
+    def largest_jump(sound):
+        """Between neighbouring samples of the left channel, as a part of the whole change."""
+        left = array.array("h", sound)[::2]
+        return max(abs(b - a) for a, b in zip(left, left[1:])) / abs(left[-1] - left[0])
+
     @staticmethod
     def until_sound(heard, press, clue):
         """Seconds from a press to a sound, by the recording's own clock: what had been recorded then, and where the sound is."""
@@ -186,6 +241,39 @@ class Bench:
         time.sleep(seconds)
         return processor_seconds(pid) - before
 
+    def minimised(self):
+        """The same play twice: under the window, and with the window minimised by its own key."""
+        seconds = 30
+        disc = discs.gapped_disc(self.desktop.new_folder(), seconds=[40, 40], seed="minimised")
+        with self.playing(disc.cue) as (running, heard):
+            heard.first_sound()
+            time.sleep(3)
+            shown = self.used(running.pid, seconds)
+            self.sight.press(running, "Minimise")
+            time.sleep(1)
+            hidden = self.used(running.pid, seconds)
+        self.tell(f"Processor time of {seconds} s of playing, window minimised", f"{hidden:.2f} s", f"window shown {shown:.2f} s",
+                  f"{hidden / shown:.2f}")
+
+    def changes(self):
+        """Memory in use before a disc is ejected, after the first changes and after all of them."""
+        cues = [discs.gapped_disc(self.desktop.new_folder(), seconds=[6 + kind] * (3 + kind), seed=kind).cue for kind in range(3)]
+        resident = []
+        with self.desktop.running("--insert", f"D={cues[0]}") as running:
+            for change in range(CHANGES):
+                wait_for("play", lambda: self.sight.text(running, "Play") == "lit", 60)
+                resident.append(megabytes(running.pid, "VmRSS"))
+                self.sight.press_without_waiting(running, "Eject")
+                self.sight.find(running, "Insert disc image...")
+                self.sight.press_without_waiting(running, "Insert disc image...")
+                wait_for("the dialog's box for the name", lambda: self.sight.role_of_focused(running) == "text")
+                self.desktop.run("xdotool", "type", "--delay", "5", str(cues[(change + 1) % len(cues)]))
+                self.desktop.key("Return")
+                self.sight.find(running, "Next track")
+        first, last = resident[min(FIRST_CHANGES, len(resident) - 1)], resident[-1]
+        self.tell(f"Memory in use after {CHANGES} changes of the disc", f"{last:.1f} MB", f"after {FIRST_CHANGES}: {first:.1f} MB",
+                  f"{last - first:+.1f} MB")
+
     def start(self):
         screen = Screen(self.desktop.env["DISPLAY"])
         width, height = (int(word) for word in self.desktop.run("xdotool", "getdisplaygeometry").split())
@@ -227,7 +315,7 @@ def main():
     first_load = load()
     with Desktop(program, screen="1280x800x24") as desktop:
         bench = Bench(desktop, bare_window, demo)
-        for name in ("start", "waiting", "reaction", "work", "exactness"):
+        for name in ("start", "waiting", "reaction", "slider", "work", "minimised", "changes", "exactness"):
             if not wanted or any(word in name for word in wanted):
                 getattr(bench, name)()
     print("| What | Tessarel | Peer | Ratio |\n|---|---|---|---|")
